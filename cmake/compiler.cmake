@@ -1,0 +1,11 @@
+# What every target is compiled and linked with: warnings are errors, and nothing is left undefined.
+
+add_library(vesk_warnings INTERFACE)
+target_compile_options(vesk_warnings INTERFACE
+  -Wall -Wextra -Wshadow -Wconversion -Wformat=2 -Wnon-virtual-dtor -Wold-style-cast -Werror)
+target_link_options(vesk_warnings INTERFACE -Wl,--no-undefined -Wl,--as-needed)
+
+if(VESK_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
