@@ -1,0 +1,41 @@
+#pragma once
+/* The confirmation of a deletion, and the toast that acknowledges it. */
+
+#include <Elementary.h>
+#include <glib.h>
+
+struct AppData;
+
+/* Whether the confirmation's introduction has been read aloud. */
+extern bool b_delete_popup_entered;
+
+/* The toast is up: keys are only logged. */
+extern bool b_disable_focus;
+
+/* Main-loop source of the toast's end; keeps the spent id when the toast has ended. */
+extern guint toastTimerTag;
+
+/* Opens the confirmation over the main screen. */
+void _create_delete_popup(AppData *app);
+
+/* "clicked" of Yes: deletes the marked devices and shows the toast. `data` is the AppData. */
+void _deletebutton_cb(void *data, Evas_Object *obj, void *event_info);
+
+/* "clicked" of No: dismisses the confirmation. `data` is the AppData. */
+void _cancelbutton_cb(void *data, Evas_Object *obj, void *event_info);
+
+/* Key-down callback of the confirmation: Back and Close dismiss it. `data` is the AppData. */
+void _close_delete_popup_on_returnkey(void *data, Evas *canvas, Evas_Object *obj, void *event_info);
+
+/* Ends the toast: the screen takes keys again. `data` is the AppData. Returns FALSE: the source ends. */
+gboolean __toast_timer_expired(gpointer data);
+
+/* Gives the object `data` the focus; returns ECORE_CALLBACK_CANCEL. */
+Eina_Bool _timer_cb(void *data);
+
+/* Gives `object` the focus 0.01 s from now, when the popup that opens or closes has settled. A later call takes the
+ * place of an earlier one. */
+void focus_soon(Evas_Object *object);
+
+/* Forgets an object that is still to be focused. */
+void forget_focus();

@@ -1,0 +1,73 @@
+#include "ug/live_updates.h"
+
+#include "log.h"
+#include "ug/action_popup.h"
+#include "ug/app_data.h"
+#include "ug/device_list_screen.h"
+#include "ug/edit_mode.h"
+#include "ug/focus.h"
+#include "ug/module.h"
+#include "vesk/device_list.h"
+#include "vesk/device_table.h"
+
+int vesk_rdm_callback(void *app, RdmDeviceInfo *info)
+{
+    if (!app || !info) {
+        LOG_W("callback without a record");
+        return 0;
+    }
+    LOG_I("Status changed >> BTMAC[%.18s], WIFIMAC[%.18s], P2PMAC[%.18s], STATUS[%d]", info->bt_mac, info->wifi_mac,
+          info->p2p_mac, info->status);
+    switch (info->status) {
+    case 0:
+    case 1:
+        break;
+    case 3:
+    case 4:
+        return 0;
+    default:
+        LOG_W("Invalid status[%d]", info->status);
+        return 0;
+    }
+    if (b_edit_status) {
+        LOG_W("Edit mode now. refresh canceled.");
+        return 0;
+    }
+    vesk_refresh_list(static_cast<AppData *>(app));
+    return 0;
+}
+
+void vesk_refresh_list(AppData *app)
+{
+    vesk_read_all();
+    refresh_genlist(app);
+    focus_list(app);
+    set_main_focus_chain(app);
+    if (device_count != 0)
+        undim_button(app->edit_button);
+    else
+        dim_button(app->edit_button);
+    LOG_I("ListRefreshed [%d]", device_count);
+}
+
+void refresh_genlist(AppData *app)
+{
+    b_popup_expanded = false;
+    LOG_I("Enter");
+    /* The old list goes when the new content takes its place in the popup. */
+    elm_genlist_clear(app->genlist);
+    app->genlist = add_main_list(app->base);
+    vesk_get_table(&app->table);
+    b_edit_status = false;
+    elm_genlist_select_mode_set(app->genlist, ELM_OBJECT_SELECT_MODE_ALWAYS);
+
+    if (device_count != 0) {
+        create_genlist(app, device_count);
+        set_main_list_content(app);
+        evas_object_smart_callback_add(app->genlist, "realized", genlistRealizedCb, app);
+    } else {
+        elm_win_focus_highlight_enabled_set(app->win, EINA_TRUE);
+        destroy_ug(app);
+    }
+    LOG_I("Exit");
+}

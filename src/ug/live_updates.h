@@ -1,0 +1,17 @@
+#pragma once
+/* Changes that the registered-device service reports while the module is open. */
+
+#include <rdm.h>
+
+struct AppData;
+
+/* Status callback of the registered-device service; `app` is the AppData. Refreshes the list for the statuses allowed
+ * and denied, unless edit mode is on. The result is not used. */
+int vesk_rdm_callback(void *app, RdmDeviceInfo *info);
+
+/* Reads the devices again, rebuilds the list and gives it the focus. */
+void vesk_refresh_list(AppData *app);
+
+/* Puts a new list of the current devices into the base popup, which ends edit mode. Closes the module when no device
+ * is left. */
+void refresh_genlist(AppData *app);

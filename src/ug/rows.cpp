@@ -1,0 +1,72 @@
+#include "ug/rows.h"
+
+#include <algorithm>
+
+#include "log.h"
+#include "ug/app_data.h"
+#include "ug/device_icons.h"
+#include "ug/device_list_screen.h"
+#include "vesk/device_table.h"
+
+void refresh_table()
+{
+    if (app_data)
+        vesk_get_table(&app_data->table);
+}
+
+bool append_device_rows(AppData *app, int count, Elm_Gen_Item_Content_Get_Cb content_get, Evas_Smart_Cb selected)
+{
+    Elm_Genlist_Item_Class *row_class = elm_genlist_item_class_new();
+    if (!row_class) {
+        LOG_E("Cannot create genlist item class");
+        return false;
+    }
+    row_class->item_style = "C_TextItem_WhiteSingleline05";
+    row_class->func.text_get = _item_label_get;
+    row_class->func.content_get = content_get;
+    row_class->func.state_get = nullptr;
+    row_class->func.del = nullptr;
+    for (int i = 0; i < std::min(count, kTableCapacity); ++i)
+        elm_genlist_item_append(app->genlist, row_class, &app->table[i], nullptr, ELM_GENLIST_ITEM_NONE, selected, app);
+    elm_genlist_item_class_free(row_class);
+    return true;
+}
+
+Evas_Object *add_device_icon(Evas_Object *list, const void *data)
+{
+    Evas_Object *icon = elm_icon_add(list);
+    if (const DeviceEntry *entry = static_cast<const DeviceEntry *>(data))
+        _load_device_icon(icon, entry->type, entry->icon);
+    return icon;
+}
+
+int row_of_item(const Elm_Object_Item *item)
+{
+    if (!item)
+        return -1;
+    /* The toolkit counts from 1. */
+    const int row = elm_genlist_item_index_get(item) - 1;
+    return row >= 0 && row < kTableCapacity ? row : -1;
+}
+
+Evas_Object *check_of_item(const Elm_Object_Item *item)
+{
+    return elm_object_item_part_content_get(item, "elm.swallow.checkbox");
+}
+
+void set_row_reader(Elm_Object_Item *item, Elm_Access_Info_Cb callback)
+{
+    if (!elm_config_access_get())
+        return;
+    Evas_Object *access = elm_object_item_access_object_get(item);
+    if (access)
+        elm_access_info_cb_set(access, ELM_ACCESS_INFO, callback, item);
+    else
+        LOG_E("access object NULL");
+}
+
+void unselect_row(Evas_Object *list)
+{
+    if (Elm_Object_Item *selected = elm_genlist_selected_item_get(list))
+        elm_genlist_item_selected_set(selected, EINA_FALSE);
+}

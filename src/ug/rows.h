@@ -1,0 +1,28 @@
+#pragma once
+/* Rows of the device list, in normal mode and in edit mode. */
+
+#include <Elementary.h>
+
+struct AppData;
+
+/* Refreshes the table pointer of the current screen and device_count. */
+void refresh_table();
+
+/* Appends rows for the first `count` table rows to app->genlist; `selected` is called with `app`. Returns false, with
+ * a line in the log, when the toolkit has no row class. */
+bool append_device_rows(AppData *app, int count, Elm_Gen_Item_Content_Get_Cb content_get, Evas_Smart_Cb selected);
+
+/* A new picture of the device `data` (a DeviceEntry) on `list`, which owns it. */
+Evas_Object *add_device_icon(Evas_Object *list, const void *data);
+
+/* Table row of a list row, or -1 when it has none within the table. */
+int row_of_item(const Elm_Object_Item *item);
+
+/* The check box of a row in edit mode; null when the row has none at present. */
+Evas_Object *check_of_item(const Elm_Object_Item *item);
+
+/* Lets the screen reader ask `callback` for the row's text, when the screen reader is on. */
+void set_row_reader(Elm_Object_Item *item, Elm_Access_Info_Cb callback);
+
+/* Takes the selection from the list's selected row, if there is one. */
+void unselect_row(Evas_Object *list);

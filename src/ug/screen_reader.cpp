@@ -1,0 +1,90 @@
+#include "ug/screen_reader.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "combinate.h"
+#include "log.h"
+#include "translate.h"
+#include "ug/action_popup.h"
+#include "ug/app_data.h"
+#include "ug/delete_popup.h"
+#include "ug/edit_mode.h"
+#include "ug/markup.h"
+#include "ug/rows.h"
+#include "vesk/device_table.h"
+
+bool b_check_tts = true;
+
+/* "%1 items" in the user's language. */
+static std::string items_text(const char *count)
+{
+    char *text = combinate_string(translated("TV_SID_MIX_ITEMS"), count);
+    const std::string result = text ? text : "";
+    free(text);
+    return result;
+}
+
+static std::string name_and_status(const Elm_Object_Item *item)
+{
+    return row_text(item, "elm.text") + "," + row_text(item, "elm.text.1");
+}
+
+char *_noitem_screen_reader(void * /*data*/, Evas_Object * /*obj*/)
+{
+    if (!b_check_tts || device_count != 0)
+        return nullptr;
+    b_check_tts = false;
+    return new_text(std::string(translated("COM_SID_DEVICE_LIST_KR_LIST")) + "," +
+                    translated("SID_NO_EQUIPMENT_STORED_MSG") + "," + translated("COM_SID_CLOSE"));
+}
+
+char *_list_reader(void *data, Evas_Object * /*obj*/)
+{
+    const Elm_Object_Item *item = static_cast<const Elm_Object_Item *>(data);
+    std::string text;
+    if (b_edit_status) {
+        text = std::string(translated("TV_SID_CHECKBOX")) + "," + translated("TV_SID_UNCHECKED") + ",";
+    } else if (b_check_tts) {
+        text = std::string(translated("COM_SID_DEVICE_LIST_KR_LIST")) + ",";
+        if (device_count > 0) {
+            char count[5];
+            snprintf(count, sizeof count, "%d", device_count);
+            text += items_text(count) + ",";
+        }
+        b_check_tts = false;
+    }
+    return new_text(text + name_and_status(item));
+}
+
+char *_subpopup_screen_reader(void * /*data*/, Evas_Object * /*obj*/)
+{
+    if (b_subpopup_entered)
+        return nullptr;
+    Elm_Object_Item *selected = app_data ? elm_genlist_selected_item_get(app_data->genlist) : nullptr;
+    const int row = row_of_item(selected);
+    if (row < 0) {
+        LOG_W("no row is selected");
+        return nullptr;
+    }
+    const bool allowed = gVeskTable[row].state & kStateAllowed;
+    subpopup_position = allowed ? 0 : 1;
+    b_subpopup_entered = true;
+    const std::string text = row_text(selected, "elm.text") + "," + items_text("3") + ", " +
+                             translated(allowed ? "COM_SID_ALLOW" : "COM_SID_DENY_KR__SHARING");
+    elm_access_say(text.c_str());
+    return new_text(text);
+}
+
+char *_delete_screen_reader(void * /*data*/, Evas_Object * /*obj*/)
+{
+    std::string text = translated("COM_TV_SID_YES");
+    if (!b_delete_popup_entered) {
+        text = std::string(translated("COM_SID_DELETE")) + "," + translated("COM_SID_DELETE_SELECTED_DEVICES") + "," +
+               text;
+        b_delete_popup_entered = true;
+    }
+    elm_access_say(text.c_str());
+    return new_text(text);
+}

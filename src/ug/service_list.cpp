@@ -1,0 +1,260 @@
+#include "ug/service_list.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include <system_info.h>
+
+#include "combinate.h"
+#include "log.h"
+#include "translate.h"
+#include "ug/action_popup.h"
+#include "ug/app_data.h"
+#include "ug/markup.h"
+#include "ug/rows.h"
+#include "ug/screen_reader.h"
+#include "vesk/device_services.h"
+#include "vesk/device_table.h"
+#include "vesk/product_name.h"
+
+#define PICTURE_FOLDER "/usr/apps/com.corvane.tv.theme-resource/shared/res/ug-VeskUG-efl/"
+
+static const char *const kHomeConnectPicture = PICTURE_FOLDER "r_icon_service_s_corvaneconnect_w.webp";
+static const char *const kMirroringPicture = PICTURE_FOLDER "r_icon_service_s_castelo_w.webp";
+static const char *const kMobileContentPicture = PICTURE_FOLDER "r_icon_service_s_pct_w.webp";
+static const char *const kSoundPicture = PICTURE_FOLDER "r_icon_service_s_sound_w.webp";
+
+/* Code of the platform's text that tells the sales region. */
+constexpr int kRegionCode = 90;
+
+constexpr int32_t kTypePhone = 1;
+constexpr int32_t kTypeTablet = 2;
+
+/* Bytes of a service's text; longer ones are cut. */
+constexpr size_t kTextSize = 300;
+
+/* Service bits that the text getter and the picture getter have not shown yet; 0 asks for the device's again. */
+static unsigned int text_cursor;
+static unsigned int picture_cursor;
+
+static const DeviceEntry *selected_device()
+{
+    if (app_data && app_data->table && selected_item_index >= 0 && selected_item_index < kTableCapacity)
+        return &app_data->table[selected_item_index];
+    LOG_W("no device is selected");
+    return nullptr;
+}
+
+static unsigned int selected_services()
+{
+    const DeviceEntry *device = selected_device();
+    return device ? vesk_get_service(device) : 0;
+}
+
+static bool plays_sound(const DeviceEntry *device)
+{
+    return device && (device->type == kTypePhone || device->type == kTypeTablet);
+}
+
+static const char *home_connect_text()
+{
+    char *region = nullptr;
+    const bool known = system_info_get_value_string(kRegionCode, &region) == 0 && region;
+    const bool chinese = known && strstr(region, "CHI_");
+    free(region);
+    return translated(chinese ? "COM_SID_CORVANE_CONNECT" : "TV_SID_DOMOVO");
+}
+
+/* The sentence of a string id with the word for the television in it, written to `text`; `lead` (null for none) and a
+ * slash stand before it. */
+static void write_sentence(char *text, size_t size, const char *id, const char *lead)
+{
+    char *product = get_product_name();
+    char *sentence = combinate_string(translated(id), product);
+    if (lead)
+        snprintf(text, size, "%s / %s", lead, sentence ? sentence : "");
+    else
+        snprintf(text, size, "%s", sentence ? sentence : "");
+    free(sentence);
+    free(product);
+}
+
+static void write_mobile_content(char *text, size_t size)
+{
+    write_sentence(text, size, "PJT_SID_PLAY_MOBILE_CONTENT_TV", nullptr);
+}
+
+static void write_sound(char *text, size_t size, const DeviceEntry *device)
+{
+    write_sentence(text, size,
+                   device->type == kTypePhone ? "PJT_SID_REGISTER_DEVICE_PLAY_TV_SOUND_ON_PHONE"
+                                              : "PJT_SID_REGISTER_DEVICE_PLAY_TV_SOUND_ON_TABLET",
+                   b_sound_mirroring ? translated("TV_SID_SOUND_MIRRORING") : nullptr);
+}
+
+int get_service_count()
+{
+    static char ex_buf[kTextSize];
+    static char buf[kTextSize];
+
+    const DeviceEntry *device = selected_device();
+    const unsigned int mask = selected_services();
+    int count = 0;
+    if (mask == kServiceAll) {
+        services[count++] = home_connect_text();
+    } else {
+        if (mask & kServiceP2p) {
+            services[count++] = translated("COM_SID_NON_CASTELO");
+        } else if (mask & kServiceWifi) {
+            write_mobile_content(ex_buf, sizeof ex_buf);
+            services[count++] = ex_buf;
+        }
+        if ((mask & kServiceBluetooth) && plays_sound(device)) {
+            write_sound(buf, sizeof buf, device);
+            services[count++] = buf;
+        }
+    }
+    LOG_I("service count:[%d]", count);
+    return count;
+}
+
+char *_service_item_label_get(void *data, Evas_Object * /*obj*/, const char *part)
+{
+    char text[256] = "";
+    if (text_cursor == 0)
+        text_cursor = selected_services();
+    if (text_cursor != 0)
+        LOG_I("[VESKAUTOTC][VIEWDETAIL]");
+    if (!data || strcmp(part, "elm.text") != 0)
+        return new_text(text);
+
+    const DeviceEntry *device = selected_device();
+    if (text_cursor == kServiceAll) {
+        snprintf(text, sizeof text, "%s", home_connect_text());
+        text_cursor = 0;
+    } else if (text_cursor & kServiceP2p) {
+        snprintf(text, sizeof text, "%s", translated("COM_SID_NON_CASTELO"));
+        /* The mirroring app stands for playing mobile content as well. */
+        text_cursor &= ~(kServiceP2p | kServiceWifi);
+    } else if (text_cursor & kServiceWifi) {
+        write_mobile_content(text, sizeof text);
+        text_cursor &= ~kServiceWifi;
+    } else if ((text_cursor & kServiceBluetooth) && plays_sound(device)) {
+        write_sound(text, sizeof text, device);
+        text_cursor &= ~kServiceBluetooth;
+    } else {
+        LOG_E("Invalid service type = [%d]", static_cast<int>(text_cursor));
+        snprintf(text, sizeof text, "UNKNOWN");
+        text_cursor = 0;
+    }
+    return new_text(text);
+}
+
+static const char *next_picture()
+{
+    if (picture_cursor == kServiceAll) {
+        picture_cursor = 0;
+        return kHomeConnectPicture;
+    }
+    if (picture_cursor & kServiceP2p) {
+        picture_cursor &= ~(kServiceP2p | kServiceWifi);
+        return kMirroringPicture;
+    }
+    if (picture_cursor & kServiceWifi) {
+        picture_cursor &= ~kServiceWifi;
+        return kMobileContentPicture;
+    }
+    if (picture_cursor & kServiceBluetooth) {
+        picture_cursor &= ~kServiceBluetooth;
+        return kSoundPicture;
+    }
+    LOG_E("Invalid service type = [%d]", static_cast<int>(picture_cursor));
+    picture_cursor = 0;
+    return kMirroringPicture;
+}
+
+Evas_Object *_service_item_content_get(void * /*data*/, Evas_Object *obj, const char *part)
+{
+    Evas_Object *icon = elm_icon_add(obj);
+    if (picture_cursor == 0)
+        picture_cursor = selected_services();
+    if (strcmp(part, "elm.swallow.icon") == 0)
+        elm_image_file_set(icon, next_picture(), nullptr);
+    evas_object_show(icon);
+    return icon;
+}
+
+void _service_genlist_cb(void *data, Evas_Object *obj, void * /*event_info*/)
+{
+    AppData *app = static_cast<AppData *>(data);
+    LOG_I("Enter");
+    Elm_Object_Item *selected = elm_genlist_selected_item_get(obj);
+    Elm_Object_Item *focused = elm_object_focused_item_get(app->service_genlist);
+    for (Elm_Object_Item *item : {selected, focused}) {
+        if (item)
+            elm_object_item_signal_emit(item, "elm,state,unselected", "elm");
+    }
+}
+
+void genlistRealizedCbDetail(void * /*data*/, Evas_Object * /*obj*/, void *event_info)
+{
+    Elm_Object_Item *item = static_cast<Elm_Object_Item *>(event_info);
+    if (!item)
+        return;
+    LOG_I("Enter");
+    elm_object_item_signal_emit(item, "theme,singleline,icon,2text", "");
+    set_row_reader(item, _list_reader);
+    LOG_I("Exit");
+}
+
+static Evas_Object *picture_of(const Elm_Object_Item *item)
+{
+    return elm_object_item_part_content_get(item, "elm.swallow.icon");
+}
+
+void _service_item_focus_cb(void * /*data*/, Evas_Object * /*obj*/, void *event_info)
+{
+    Elm_Object_Item *item = static_cast<Elm_Object_Item *>(event_info);
+    Evas_Object *icon = picture_of(item);
+    LOG_I("Item  [%p] has focus, change icon [%p] color", static_cast<void *>(item), static_cast<void *>(icon));
+    if (icon)
+        evas_object_color_set(icon, 0, 0, 0, 255);
+    LOG_I("genlist item focused: %s\n", row_text(item, "elm.text").c_str());
+}
+
+void _service_item_unfocus_cb(void * /*data*/, Evas_Object * /*obj*/, void *event_info)
+{
+    Elm_Object_Item *item = static_cast<Elm_Object_Item *>(event_info);
+    Evas_Object *icon = picture_of(item);
+    LOG_I("Item\t[%p] has focus, change icon [%p] color", static_cast<void *>(item), static_cast<void *>(icon));
+    if (icon)
+        evas_object_color_set(icon, 255, 255, 255, 255);
+    LOG_I("genlist item unfocused: %s\n", row_text(item, "elm.text").c_str());
+}
+
+Evas_Object *service_genlist(AppData *app, Evas_Object *table)
+{
+    Evas_Object *list = elm_genlist_add(table);
+    app->service_genlist = list;
+    Elm_Genlist_Item_Class *row_class = elm_genlist_item_class_new();
+    if (!row_class) {
+        LOG_E("Cannot create genlist item class");
+        return list;
+    }
+    row_class->item_style = "C_TextItem_WhiteSingleline02";
+    row_class->func.text_get = _service_item_label_get;
+    row_class->func.content_get = _service_item_content_get;
+    row_class->func.state_get = nullptr;
+    row_class->func.del = nullptr;
+    const int count = get_service_count();
+    for (int i = 0; i < count; ++i) {
+        elm_genlist_item_append(list, row_class, &app->table[i], nullptr, ELM_GENLIST_ITEM_NONE, _service_genlist_cb,
+                                app);
+    }
+    elm_genlist_item_class_free(row_class);
+    evas_object_show(list);
+    elm_genlist_select_mode_set(list, ELM_OBJECT_SELECT_MODE_ALWAYS);
+    elm_object_focus_allow_set(list, EINA_TRUE);
+    return list;
+}
