@@ -1,0 +1,39 @@
+# What people type. Each line is one step over CMake; CMakePresets.json has the settings.
+
+RELEASE := build/release
+HOST := $(RELEASE)/bin/vesk-host
+
+.PHONY: help run test bench gallery soak build packages-run packages-test clean
+
+help:
+	@echo "make run      show the device list (ARGS=\"--help\" for the host's options)"
+	@echo "make test     build and run all tests"
+	@echo "make bench    speed and memory beside a bare toolkit program"
+	@echo "make gallery  a picture of every state of the screen, with a page to look at them"
+	@echo "make soak     the random walk of keys, touches and service events (STEPS=200000 SEED=1)"
+
+run: packages-run build
+	@$(HOST) $(ARGS)
+
+test: packages-test build
+	@ctest --preset release $(ARGS)
+
+bench: packages-test build
+	@$(RELEASE)/bin/vesk-bench $(ARGS)
+
+gallery: packages-test build
+	@$(RELEASE)/bin/vesk-gallery $(ARGS)
+
+soak: packages-test build
+	@$(RELEASE)/bin/walk_test --gtest_also_run_disabled_tests=0 --steps $(or $(STEPS),200000) --seed $(or $(SEED),random)
+
+build:
+	@cmake --preset release > $(RELEASE)-configure.log 2>&1 || { cat $(RELEASE)-configure.log; exit 1; }
+	@cmake --build --preset release
+
+packages-run packages-test: packages-%:
+	@tools/install-packages.sh $*
+	@mkdir -p build
+
+clean:
+	rm -rf build
