@@ -14,11 +14,12 @@ namespace {
 
 constexpr const char *domain = "ug-VeskUG-efl";
 
-// The text that a person sees whose television is set to `language`. LANGUAGE counts in any locale but "C", and binding
-// the domain again makes the library read the variable anew.
+// The text that a person sees whose television is set to `language`. LANGUAGE counts in any locale but "C"; the library
+// reads it anew only after a change of locale, so there has to be one.
 std::string text(const std::string &language, const char *id)
 {
     setenv("LANGUAGE", language.c_str(), 1);
+    setlocale(LC_ALL, "C");
     setlocale(LC_ALL, "C.UTF-8");
     bindtextdomain(domain, LOCALE_DIR);
     bind_textdomain_codeset(domain, "UTF-8");
