@@ -1,0 +1,44 @@
+#pragma once
+/* The settings store as the programs of the port use it: a key file that several processes read and write. */
+
+#include <array>
+#include <optional>
+#include <string>
+
+namespace vesk_port {
+
+/* A setting that the television's menu has. */
+struct Setting {
+    const char *key;
+    const char *alias;         /* the short name on the command line */
+    const char *default_value; /* what a read gives while the setting is unset */
+};
+
+inline constexpr Setting orientation_setting{"db/menu/onscreendisplay/display_orientation/onscreen_menu_orientation",
+                                             "orientation", "0"};
+inline constexpr Setting language_setting{"db/menu_widget/language", "language", "en_GB.UTF-8"};
+inline constexpr Setting high_contrast_setting{"db/menu/system/accessibility/highcontrast", "high-contrast", "0"};
+inline constexpr std::array settings{orientation_setting, language_setting, high_contrast_setting};
+
+/* The key that `name` stands for: an alias or a key itself, which has a '/' in it. Throws PortError. */
+std::string setting_key(const std::string &name);
+
+/* The value to be stored for what a person writes: "portrait" is "1", "on" is "1". Throws PortError for a word that
+ * the setting does not know. */
+std::string setting_value(const std::string &key, const std::string &word);
+
+/* The other way: what a person reads for a stored value. */
+std::string setting_word(const std::string &key, const std::string &value);
+
+/* The value of `key`, or its default, or nothing where there is neither. Throws PortError when the file cannot be
+ * read. */
+std::optional<std::string> read_setting(const std::string &key);
+
+/* Stores a value; the file is replaced as a whole. Throws PortError when that cannot be done or the file that is
+ * there is no key file, and leaves the file as it is then. */
+void write_setting(const std::string &key, const std::string &value);
+
+/* Ends every watch of vconf_notify_key_changed, as a host has to before it unloads a module that may have left one. */
+void forget_setting_watches();
+
+} // namespace vesk_port
