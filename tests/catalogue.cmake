@@ -1,7 +1,5 @@
 # The message catalogues: each by itself, all together, the check itself, and the look-up in what was built.
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
-find_package(GTest REQUIRED)
-include(GoogleTest)
 
 set(catalogues ${Python3_EXECUTABLE} -B ${PROJECT_SOURCE_DIR}/tools/catalogues.py)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/po/LINGUAS)
@@ -16,11 +14,9 @@ foreach(locale IN LISTS locales)
   add_test(NAME catalogue.${locale} COMMAND ${catalogues} check ${locale})
   list(APPEND tests catalogue.${locale})
 endforeach()
-set_tests_properties(${tests} PROPERTIES LABELS "unit;catalogue")
+set_tests_properties(${tests} PROPERTIES LABELS unit)
 
-add_executable(catalogue_lookup_test ${PROJECT_SOURCE_DIR}/tests/unit/catalogue_lookup_test.cpp)
+vesk_add_test(catalogue_lookup_test SOURCES ${PROJECT_SOURCE_DIR}/tests/unit/catalogue_lookup_test.cpp LABEL unit)
 target_compile_definitions(catalogue_lookup_test PRIVATE
   LOCALE_DIR="${VESK_SHARE_DIR}/locale" LINGUAS_FILE="${PROJECT_SOURCE_DIR}/po/LINGUAS")
-target_link_libraries(catalogue_lookup_test PRIVATE GTest::gtest_main vesk_warnings)
 add_dependencies(catalogue_lookup_test vesk_catalogues)
-gtest_discover_tests(catalogue_lookup_test NO_PRETTY_VALUES PROPERTIES LABELS "unit;catalogue")

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <libintl.h>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -42,6 +43,12 @@ struct Lookup {
     const char *id;
     const char *text;
 };
+
+// What the name of the test ends with.
+void PrintTo(const Lookup &lookup, std::ostream *out)
+{
+    *out << lookup.language;
+}
 
 class CatalogueLookup : public testing::TestWithParam<Lookup> {};
 
