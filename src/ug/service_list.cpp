@@ -233,6 +233,21 @@ void _service_item_unfocus_cb(void * /*data*/, Evas_Object * /*obj*/, void *even
     LOG_I("genlist item unfocused: %s\n", row_text(item, "elm.text").c_str());
 }
 
+/* The toolkit asks for a row's text and picture once more than it shows them: at once when the row is appended, to
+ * measure it. What measuring has used up is put back, so that the rows on the screen begin where the cursors stood. */
+static void append_services(AppData *app, Evas_Object *list, const Elm_Genlist_Item_Class *row_class)
+{
+    const unsigned int text_before = text_cursor;
+    const unsigned int picture_before = picture_cursor;
+    const int count = get_service_count();
+    for (int i = 0; i < count; ++i) {
+        elm_genlist_item_append(list, row_class, &app->table[i], nullptr, ELM_GENLIST_ITEM_NONE, _service_genlist_cb,
+                                app);
+    }
+    text_cursor = text_before;
+    picture_cursor = picture_before;
+}
+
 Evas_Object *service_genlist(AppData *app, Evas_Object *table)
 {
     Evas_Object *list = elm_genlist_add(table);
@@ -247,11 +262,7 @@ Evas_Object *service_genlist(AppData *app, Evas_Object *table)
     row_class->func.content_get = _service_item_content_get;
     row_class->func.state_get = nullptr;
     row_class->func.del = nullptr;
-    const int count = get_service_count();
-    for (int i = 0; i < count; ++i) {
-        elm_genlist_item_append(list, row_class, &app->table[i], nullptr, ELM_GENLIST_ITEM_NONE, _service_genlist_cb,
-                                app);
-    }
+    append_services(app, list, row_class);
     elm_genlist_item_class_free(row_class);
     evas_object_show(list);
     elm_genlist_select_mode_set(list, ELM_OBJECT_SELECT_MODE_ALWAYS);
