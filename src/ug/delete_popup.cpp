@@ -206,8 +206,8 @@ gboolean __toast_timer_expired(gpointer data)
     if (toast)
         evas_object_del(toast);
     toast = nullptr;
-    elm_object_focus_allow_set(app->edit_button, EINA_TRUE);
-    elm_object_focus_allow_set(app->close_button, EINA_TRUE);
+    undim_button(app->edit_button);
+    undim_button(app->close_button);
     undim_base(app);
     if (device_count != 0) {
         focus_list(app);

@@ -39,6 +39,8 @@ void dim_button(Evas_Object *button)
 void undim_button(Evas_Object *button)
 {
     elm_object_signal_emit(button, "elm,state,undimmed", "elm");
+    /* A turn of the screen in edit mode disables the second button instead of dimming it. */
+    elm_object_disabled_set(button, EINA_FALSE);
     elm_object_focus_allow_set(button, EINA_TRUE);
 }
 
