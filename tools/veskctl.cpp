@@ -1,0 +1,44 @@
+#include "veskctl.h"
+
+#include "desktop/port_error.h"
+
+#include <CLI/CLI.hpp>
+#include <cstdio>
+
+namespace {
+
+constexpr int exit_failed = 1;
+constexpr int exit_misused = 2;
+
+constexpr const char *footer = "\nExamples:\n"
+                               "  veskctl devices list\n"
+                               "  veskctl devices set 02:4b:11:a0:3c:01 deny\n"
+                               "  veskctl devices add --name \"Hall phone\" --type phone --wifi 02:aa:00:00:00:01\n"
+                               "  veskctl devices export - > household.json\n"
+                               "  veskctl settings set orientation portrait\n"
+                               "  veskctl product use board\n"
+                               "\nVESK_DEVICES, VESK_SETTINGS and VESK_PRODUCT name other files than the user's own.";
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    CLI::App program("Registers devices, and changes settings and product of the television that vesk-host plays.",
+                     "veskctl");
+    program.set_version_flag("--version", "veskctl " VESK_VERSION);
+    program.require_subcommand(1);
+    veskctl::add_device_commands(program);
+    veskctl::add_setting_commands(program);
+    veskctl::add_product_commands(program);
+    program.footer(footer); /* last, since commands inherit it */
+
+    try {
+        program.parse(argc, argv);
+        return 0;
+    } catch (const CLI::ParseError &error) {
+        return program.exit(error) == 0 ? 0 : exit_misused;
+    } catch (const vesk_port::PortError &error) {
+        std::fprintf(stderr, "veskctl: %s\n", error.what());
+        return exit_failed;
+    }
+}

@@ -1,0 +1,31 @@
+#pragma once
+/* One device in the words of the command line and in JSON. */
+
+#include "desktop/device_store.h"
+
+#include <cstdint>
+#include <nlohmann/json.hpp>
+#include <string>
+
+namespace veskctl {
+
+/* A family's number or name, such as 1 or "phone". Both throw PortError for a word that is neither. */
+int32_t type_of(const std::string &word);
+int32_t status_of(const std::string &word);
+
+std::string type_word(int32_t type);
+std::string status_word(int32_t status);
+
+/* All names of families, separated by commas. */
+std::string type_names();
+
+/* Throws PortError unless the device can be registered: a name that fits, addresses of the right form, and one address
+ * at least, since the service knows a device by its addresses. */
+void check_device(const vesk_port::Device &device);
+
+nlohmann::json json_of(const vesk_port::Device &device);
+
+/* Reads what json_of writes; type and status may also be words or numbers. Throws PortError, naming the device. */
+vesk_port::Device device_of(const nlohmann::json &json);
+
+} // namespace veskctl
