@@ -2,13 +2,11 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <initializer_list>
 #include <string>
 
 #include <rdm.h>
 
-#include "combinate.h"
 #include "log.h"
 #include "translate.h"
 #include "ug/app_data.h"
@@ -17,6 +15,7 @@
 #include "ug/focus.h"
 #include "ug/keys.h"
 #include "ug/live_updates.h"
+#include "ug/markup.h"
 #include "ug/screen_reader.h"
 #include "vesk/device_actions.h"
 #include "vesk/device_list.h"
@@ -137,12 +136,7 @@ static std::string toast_text()
 {
     if (device_count == 0)
         return translated("COM_SID_ALL_DEVICES_DELTED");
-    char count[5];
-    snprintf(count, sizeof count, "%d", g_selected_count);
-    char *text = combinate_string(translated("COM_SID_MIX_DEVICES_DELETED"), count);
-    const std::string result = text ? text : "";
-    free(text);
-    return result;
+    return text_with("COM_SID_MIX_DEVICES_DELETED", count_text(g_selected_count));
 }
 
 static Evas_Object *add_toast_layout(AppData *app, const std::string &text)

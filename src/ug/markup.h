@@ -3,9 +3,12 @@
 
 #include <Elementary.h>
 
+#include <cstdlib>
 #include <cstring>
 #include <string>
 
+#include "combinate.h"
+#include "translate.h"
 #include "ug/settings_watch.h"
 
 /* The word that aligns a paragraph at the side where reading begins. */
@@ -25,4 +28,19 @@ inline std::string row_text(const Elm_Object_Item *item, const char *part)
 {
     const char *text = item ? elm_object_item_part_text_get(item, part) : nullptr;
     return text ? text : "";
+}
+
+/* The text of the string id with `word` in place of its argument marker. */
+inline std::string text_with(const char *id, const std::string &word)
+{
+    char *text = combinate_string(translated(id), word.c_str());
+    const std::string result = text ? text : "";
+    free(text);
+    return result;
+}
+
+/* A count as the screens write it: at most four characters. */
+inline std::string count_text(int32_t count)
+{
+    return std::to_string(count).substr(0, 4);
 }

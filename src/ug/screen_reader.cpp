@@ -1,10 +1,7 @@
 #include "ug/screen_reader.h"
 
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 
-#include "combinate.h"
 #include "log.h"
 #include "translate.h"
 #include "ug/action_popup.h"
@@ -16,15 +13,6 @@
 #include "vesk/device_table.h"
 
 bool b_check_tts = true;
-
-/* "%1 items" in the user's language. */
-static std::string items_text(const char *count)
-{
-    char *text = combinate_string(translated("TV_SID_MIX_ITEMS"), count);
-    const std::string result = text ? text : "";
-    free(text);
-    return result;
-}
 
 static std::string name_and_status(const Elm_Object_Item *item)
 {
@@ -48,11 +36,8 @@ char *_list_reader(void *data, Evas_Object * /*obj*/)
         text = std::string(translated("TV_SID_CHECKBOX")) + "," + translated("TV_SID_UNCHECKED") + ",";
     } else if (b_check_tts) {
         text = std::string(translated("COM_SID_DEVICE_LIST_KR_LIST")) + ",";
-        if (device_count > 0) {
-            char count[5];
-            snprintf(count, sizeof count, "%d", device_count);
-            text += items_text(count) + ",";
-        }
+        if (device_count > 0)
+            text += text_with("TV_SID_MIX_ITEMS", count_text(device_count)) + ",";
         b_check_tts = false;
     }
     return new_text(text + name_and_status(item));
@@ -71,7 +56,7 @@ char *_subpopup_screen_reader(void * /*data*/, Evas_Object * /*obj*/)
     const bool allowed = gVeskTable[row].state & kStateAllowed;
     subpopup_position = allowed ? 0 : 1;
     b_subpopup_entered = true;
-    const std::string text = row_text(selected, "elm.text") + "," + items_text("3") + ", " +
+    const std::string text = row_text(selected, "elm.text") + "," + text_with("TV_SID_MIX_ITEMS", "3") + ", " +
                              translated(allowed ? "COM_SID_ALLOW" : "COM_SID_DENY_KR__SHARING");
     elm_access_say(text.c_str());
     return new_text(text);

@@ -3,10 +3,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <string>
 
 #include <system_info.h>
 
-#include "combinate.h"
 #include "log.h"
 #include "translate.h"
 #include "ug/action_popup.h"
@@ -71,13 +71,12 @@ static const char *home_connect_text()
 static void write_sentence(char *text, size_t size, const char *id, const char *lead)
 {
     char *product = get_product_name();
-    char *sentence = combinate_string(translated(id), product);
-    if (lead)
-        snprintf(text, size, "%s / %s", lead, sentence ? sentence : "");
-    else
-        snprintf(text, size, "%s", sentence ? sentence : "");
-    free(sentence);
+    const std::string sentence = text_with(id, product ? product : "");
     free(product);
+    if (lead)
+        snprintf(text, size, "%s / %s", lead, sentence.c_str());
+    else
+        snprintf(text, size, "%s", sentence.c_str());
 }
 
 static void write_mobile_content(char *text, size_t size)
