@@ -1,5 +1,7 @@
 #include "vesk/device_actions.h"
 
+#include <cstring>
+
 #include <rdm.h>
 
 #include "log.h"
@@ -9,23 +11,29 @@ namespace {
 
 enum MacKind { kMacBluetooth = 1, kMacWifi = 2, kMacP2p = 3 };
 
+/* A copy of a row's address, since the service may have the table read again before its call returns. */
 struct Address {
-    const char *mac;
+    char mac[kMacFieldSize];
     MacKind kind;
 };
 
 } // namespace
 
-/* The first valid address in the order in which the service is asked; the mac is null when there is none. */
-static Address address_of(const DeviceEntry *entry)
+/* Stores the first valid address in the order in which the service is asked; false when there is none. */
+static bool find_address(const DeviceEntry *entry, Address *address)
 {
-    const Address candidates[] = {
-        {entry->bt_mac, kMacBluetooth}, {entry->wifi_mac, kMacWifi}, {entry->p2p_mac, kMacP2p}};
-    for (const Address &candidate : candidates) {
-        if (vesk_check_valid_mac(candidate.mac))
-            return candidate;
+    const struct {
+        const char *mac;
+        MacKind kind;
+    } candidates[] = {{entry->bt_mac, kMacBluetooth}, {entry->wifi_mac, kMacWifi}, {entry->p2p_mac, kMacP2p}};
+    for (const auto &candidate : candidates) {
+        if (!vesk_check_valid_mac(candidate.mac))
+            continue;
+        memcpy(address->mac, candidate.mac, kMacFieldSize);
+        address->kind = candidate.kind;
+        return true;
     }
-    return {nullptr, kMacBluetooth};
+    return false;
 }
 
 void vesk_set_device(const DeviceEntry *entry, int action)
@@ -38,8 +46,8 @@ void vesk_set_device(const DeviceEntry *entry, int action)
         LOG_W("[VESK] TargetDevice is invalid %d", static_cast<int>(entry->state));
         return;
     }
-    const Address address = address_of(entry);
-    if (!address.mac) {
+    Address address;
+    if (!find_address(entry, &address)) {
         LOG_E("[VESK] Not valid device");
         return;
     }

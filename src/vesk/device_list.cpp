@@ -46,7 +46,7 @@ static void vesk_get_RDMList()
         LOG_E("\tTABLE FULL");
         count = kTableCapacity;
     }
-    if (count == 0) {
+    if (count == 0 || !list) {
         LOG_W("\tRDM List is empty");
         return;
     }
