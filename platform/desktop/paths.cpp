@@ -23,21 +23,38 @@ fs::path path_of(const char *variable, const fs::path &fallback)
     return real.empty() ? path : real;
 }
 
+/* GLib's own functions keep the variable's first value, and a program may change its environment. */
+fs::path user_folder(const char *variable, const char *in_home)
+{
+    const char *value = std::getenv(variable);
+    return value && *value ? fs::path(value) : fs::path(g_get_home_dir()) / in_home;
+}
+
+fs::path data_folder()
+{
+    return user_folder("XDG_DATA_HOME", ".local/share") / "vesk";
+}
+
+fs::path config_folder()
+{
+    return user_folder("XDG_CONFIG_HOME", ".config") / "vesk";
+}
+
 } // namespace
 
 fs::path devices_file()
 {
-    return path_of("VESK_DEVICES", fs::path(g_get_user_data_dir()) / "vesk" / "devices.db");
+    return path_of("VESK_DEVICES", data_folder() / "devices.db");
 }
 
 fs::path settings_file()
 {
-    return path_of("VESK_SETTINGS", fs::path(g_get_user_config_dir()) / "vesk" / "settings.ini");
+    return path_of("VESK_SETTINGS", config_folder() / "settings.ini");
 }
 
 fs::path product_choice_file()
 {
-    return fs::path(g_get_user_config_dir()) / "vesk" / "product";
+    return config_folder() / "product";
 }
 
 fs::path share_folder()

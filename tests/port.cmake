@@ -1,0 +1,23 @@
+# The desktop port without a window, and veskctl as separate processes.
+pkg_check_modules(GLIB REQUIRED IMPORTED_TARGET glib-2.0)
+pkg_check_modules(SQLITE REQUIRED IMPORTED_TARGET sqlite3)
+find_package(nlohmann_json REQUIRED)
+
+add_library(port_fixture STATIC ${PROJECT_SOURCE_DIR}/tests/unit/port_fixture.cpp)
+target_include_directories(port_fixture PUBLIC ${PROJECT_SOURCE_DIR}/tests/unit)
+target_compile_definitions(port_fixture PRIVATE VESKCTL="$<TARGET_FILE:veskctl>")
+target_link_libraries(port_fixture PUBLIC vesk_port GTest::gmock PkgConfig::GLIB PkgConfig::SQLITE PRIVATE vesk_warnings)
+add_dependencies(port_fixture veskctl)
+
+vesk_add_test(port_test LABEL unit LIBRARIES port_fixture SOURCES
+  ${PROJECT_SOURCE_DIR}/tests/unit/port_device_files_test.cpp
+  ${PROJECT_SOURCE_DIR}/tests/unit/port_devices_test.cpp
+  ${PROJECT_SOURCE_DIR}/tests/unit/port_failures_test.cpp
+  ${PROJECT_SOURCE_DIR}/tests/unit/port_gadget_test.cpp
+  ${PROJECT_SOURCE_DIR}/tests/unit/port_log_test.cpp
+  ${PROJECT_SOURCE_DIR}/tests/unit/port_product_test.cpp
+  ${PROJECT_SOURCE_DIR}/tests/unit/port_settings_test.cpp
+  ${PROJECT_SOURCE_DIR}/tests/unit/port_text_test.cpp)
+
+vesk_add_test(veskctl_test LABEL e2e LIBRARIES port_fixture nlohmann_json::nlohmann_json SOURCES
+  ${PROJECT_SOURCE_DIR}/tests/e2e/veskctl_test.cpp)

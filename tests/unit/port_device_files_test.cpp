@@ -1,0 +1,232 @@
+/* Device databases that cannot be used: an error code, a sentence with the file's name, and the file as it was. */
+
+#include "desktop/device_store.h"
+#include "desktop/port_error.h"
+#include "port_fixture.h"
+#include "rdm.h"
+
+#include <cerrno>
+#include <sqlite3.h>
+
+namespace fs = std::filesystem;
+
+using testing::HasSubstr;
+using vesk_port::DeviceStore;
+using vesk_port::PortError;
+
+namespace {
+
+/* A connection of somebody else. */
+class OtherProgram {
+public:
+    explicit OtherProgram(const fs::path &file) { EXPECT_EQ(sqlite3_open(file.c_str(), &database_), SQLITE_OK); }
+    ~OtherProgram() { sqlite3_close(database_); }
+    OtherProgram(const OtherProgram &) = delete;
+    OtherProgram &operator=(const OtherProgram &) = delete;
+
+    void run(const char *sql)
+    {
+        char *error = nullptr;
+        EXPECT_EQ(sqlite3_exec(database_, sql, nullptr, nullptr, &error), SQLITE_OK) << error;
+        sqlite3_free(error);
+    }
+
+private:
+    sqlite3 *database_ = nullptr;
+};
+
+class PortDeviceFiles : public PortTest {
+protected:
+    ~PortDeviceFiles() override { rdm_deinit(); }
+
+    /* The file is refused by the service and by veskctl, whatever it is asked for, and does not change. */
+    void expect_left_alone(int code)
+    {
+        const std::string before = contents_of(devices_);
+        EXPECT_EQ(rdm_init(), code);
+        EXPECT_THAT(log(), HasSubstr(devices_.string()));
+        write_file(folder_ / "none.json", "[]");
+        const std::vector<std::vector<std::string>> commands{
+            {"devices", "list"},
+            {"devices", "clear"},
+            {"devices", "add", "--name", "n", "--bt", "02:00:00:00:00:01"},
+            {"devices", "import", "--replace", folder_ / "none.json"},
+        };
+        for (const std::vector<std::string> &command : commands) {
+            const ProcessResult result = veskctl(command);
+            EXPECT_EQ(result.exit_code, 1) << command[1];
+            EXPECT_THAT(result.err, HasSubstr(devices_.string()));
+            EXPECT_EQ(result.out, "");
+        }
+        EXPECT_TRUE(contents_of(devices_) == before);
+    }
+};
+
+} // namespace
+
+TEST_F(PortDeviceFiles, AFileThatIsNoDatabase)
+{
+    write_file(devices_, std::string(5000, 'x'));
+    expect_left_alone(-EBADMSG);
+}
+
+TEST_F(PortDeviceFiles, AnEmptyFile)
+{
+    write_file(devices_, "");
+    expect_left_alone(-EBADMSG);
+}
+
+TEST_F(PortDeviceFiles, ADatabaseOfAnotherProgram)
+{
+    OtherProgram(devices_).run("CREATE TABLE devices (id INTEGER, name TEXT); INSERT INTO devices VALUES (1, 'own')");
+    expect_left_alone(-EBADMSG);
+}
+
+TEST_F(PortDeviceFiles, ADatabaseOfAnotherProgramWithAWriteAheadLog)
+{
+    OtherProgram other(devices_);
+    other.run("PRAGMA journal_mode = WAL; CREATE TABLE notes (text TEXT); INSERT INTO notes VALUES ('own')");
+    expect_left_alone(-EBADMSG);
+}
+
+TEST_F(PortDeviceFiles, ADatabaseOfALaterVersion)
+{
+    DeviceStore{devices_};
+    OtherProgram(devices_).run("PRAGMA user_version = 2");
+    expect_left_alone(-EBADMSG);
+}
+
+TEST_F(PortDeviceFiles, ADatabaseWithAnotherTable)
+{
+    DeviceStore{devices_};
+    OtherProgram(devices_).run("ALTER TABLE devices DROP COLUMN icon");
+    expect_left_alone(-EBADMSG);
+}
+
+TEST_F(PortDeviceFiles, ADamagedPage)
+{
+    DeviceStore{devices_};
+    std::string contents = contents_of(devices_);
+    contents.replace(4096, 2000, 2000, '\xaa');
+    write_file(devices_, contents);
+    expect_left_alone(-EBADMSG);
+}
+
+TEST_F(PortDeviceFiles, AFileThatEndsTooEarly)
+{
+    DeviceStore{devices_};
+    fs::resize_file(devices_, 6000);
+    expect_left_alone(-EBADMSG);
+}
+
+TEST_F(PortDeviceFiles, AFolderInThePlaceOfTheFile)
+{
+    fs::create_directory(devices_);
+    EXPECT_LT(rdm_init(), 0);
+    EXPECT_THAT(log(), HasSubstr(devices_.string()));
+    EXPECT_TRUE(fs::is_directory(devices_));
+}
+
+TEST_F(PortDeviceFiles, AFileInThePlaceOfTheFolder)
+{
+    write_file(folder_ / "file", "x");
+    setenv("VESK_DEVICES", (folder_ / "file" / "devices.db").c_str(), 1);
+    EXPECT_LT(rdm_init(), 0);
+    EXPECT_THAT(log(), HasSubstr((folder_ / "file").string()));
+}
+
+TEST_F(PortDeviceFiles, TheFolderIsMadeWithTheFile)
+{
+    setenv("VESK_DEVICES", (folder_ / "a" / "b" / "devices.db").c_str(), 1);
+    EXPECT_EQ(rdm_init(), 0);
+    EXPECT_TRUE(fs::exists(folder_ / "a" / "b" / "devices.db"));
+}
+
+TEST_F(PortDeviceFiles, AFolderThatMayNotBeWritten)
+{
+    fs::permissions(folder_, fs::perms(0555));
+    {
+        const Unprivileged user;
+        EXPECT_LT(rdm_init(), 0);
+    }
+    fs::permissions(folder_, fs::perms(0755));
+    EXPECT_THAT(log(), HasSubstr(devices_.string()));
+    EXPECT_FALSE(fs::exists(devices_));
+}
+
+TEST_F(PortDeviceFiles, AReadOnlyFileRefusesChanges)
+{
+    DeviceStore{devices_};
+    fs::permissions(devices_, fs::perms(0444));
+    fs::permissions(folder_, fs::perms(0777));
+    const std::string before = contents_of(devices_);
+    {
+        const Unprivileged user;
+        ASSERT_EQ(rdm_init(), 0);
+        RdmDeviceInfo *list = nullptr;
+        size_t count = 0;
+        EXPECT_EQ(rdm_get_list(&list, &count), 0);
+        EXPECT_EQ(count, 12U);
+        rdm_free_list(list);
+        EXPECT_EQ(rdm_set_status("0A:5E:20:77:1B:10", 1, 1), -EROFS);
+        EXPECT_EQ(rdm_remove_device("0A:5E:20:77:1B:10", 1), -EROFS);
+        EXPECT_EQ(rdm_remove_all(), -EROFS);
+        EXPECT_EQ(rdm_deinit(), 0);
+    }
+    EXPECT_THAT(log(), HasSubstr(devices_.string() + " is read-only"));
+    EXPECT_TRUE(contents_of(devices_) == before);
+}
+
+TEST_F(PortDeviceFiles, AReadOnlyFolderWithItsFile)
+{
+    DeviceStore{devices_};
+    fs::permissions(devices_, fs::perms(0444));
+    fs::permissions(folder_, fs::perms(0555));
+    const std::string before = contents_of(devices_);
+    {
+        const Unprivileged user;
+        EXPECT_EQ(rdm_init(), -EACCES);
+    }
+    fs::permissions(folder_, fs::perms(0755));
+    EXPECT_THAT(log(), HasSubstr(devices_.string()));
+    EXPECT_TRUE(contents_of(devices_) == before);
+}
+
+TEST_F(PortDeviceFiles, AWriterInTheWayLetsReadButNotChange)
+{
+    ASSERT_EQ(rdm_init(), 0);
+    OtherProgram other(devices_);
+    other.run("BEGIN EXCLUSIVE");
+    RdmDeviceInfo *list = nullptr;
+    size_t count = 0;
+    EXPECT_EQ(rdm_get_list(&list, &count), 0);
+    EXPECT_EQ(count, 12U);
+    rdm_free_list(list);
+    EXPECT_EQ(rdm_set_status("0A:5E:20:77:1B:10", 1, 1), -EBUSY);
+    EXPECT_THAT(log(), HasSubstr(devices_.string() + " is locked"));
+    other.run("ROLLBACK");
+    EXPECT_EQ(rdm_set_status("0A:5E:20:77:1B:10", 1, 1), 0);
+}
+
+TEST_F(PortDeviceFiles, AProgramThatKeepsTheFileForItself)
+{
+    DeviceStore{devices_};
+    OtherProgram other(devices_);
+    other.run("PRAGMA locking_mode = EXCLUSIVE; BEGIN EXCLUSIVE; UPDATE devices SET icon = 1; COMMIT");
+    EXPECT_EQ(rdm_init(), -EBUSY);
+    EXPECT_THAT(log(), HasSubstr(devices_.string() + " is locked"));
+    const ProcessResult result = veskctl({"devices", "list"});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_THAT(result.err, HasSubstr(devices_.string() + " is locked"));
+}
+
+TEST_F(PortDeviceFiles, AFileThatIsDamagedWhileItIsInUse)
+{
+    ASSERT_EQ(rdm_init(), 0);
+    write_file(folder_ / "garbage", std::string(5000, 'x'));
+    fs::rename(folder_ / "garbage", devices_);
+    RdmDeviceInfo *list = nullptr;
+    size_t count = 0;
+    EXPECT_EQ(rdm_get_list(&list, &count), -EBADMSG);
+    EXPECT_EQ(contents_of(devices_), std::string(5000, 'x'));
+}
