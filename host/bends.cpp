@@ -1,0 +1,37 @@
+#include "bends.h"
+
+namespace vesk::bends {
+
+namespace {
+
+Evas_Object *mended_window = nullptr;
+Ecore_Idle_Enterer *watch = nullptr;
+
+} // namespace
+
+void begin(Evas_Object *window)
+{
+    mended_window = window;
+    watch = ecore_idle_enterer_before_add(
+        [](void *) -> Eina_Bool {
+            keep_focus();
+            return ECORE_CALLBACK_RENEW;
+        },
+        nullptr);
+    begin_contrast();
+}
+
+void end()
+{
+    end_contrast();
+    ecore_idle_enterer_del(watch);
+    watch = nullptr;
+    mended_window = nullptr;
+}
+
+Evas_Object *window()
+{
+    return mended_window;
+}
+
+} // namespace vesk::bends

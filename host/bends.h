@@ -1,0 +1,76 @@
+#pragma once
+/* What the toolkit leaves undone on a television, mended from the host's side.
+ *
+ * The rooms: bends_keys.cpp (arrows), bends_focus.cpp (something always has the focus), bends_widgets.cpp (which
+ * widgets there are, and what they may do), bends_contrast.cpp (high contrast). Nothing here knows a module: what is
+ * done follows from the kinds of widgets, from their focus chain and from what the module asked the toolkit for, which
+ * interpose.cpp passes on to here. */
+
+#include <string>
+#include <vector>
+
+#include <Elementary.h>
+
+namespace vesk::bends {
+
+/* Mends what happens on `window` until end(). */
+void begin(Evas_Object *window);
+void end();
+
+/* The window of begin(); null outside. */
+Evas_Object *window();
+
+/* --- Keys (bends_keys.cpp) --- */
+
+/* Whether the toolkit must keep its hands off this key: arrows are moved by move(), and with nothing on the screen
+   that may be focused every key is only heard, never obeyed. Called before the key is given to the canvas. */
+bool holds(const std::string &key);
+
+/* Moves the focus as the arrow `key` says; other keys do nothing. Called after the key was given to the canvas. */
+void move(const std::string &key);
+
+/* --- Focus (bends_focus.cpp) --- */
+
+/* Puts the focus where it has to be now. The main loop does so by itself whenever it has run dry. */
+void keep_focus();
+
+/* A key has come: what could not be done for the focus before is worth trying again. */
+void try_again();
+
+/* What the module asks for; the toolkit may not be able to do it yet. */
+void focus_asked(Evas_Object *object, bool focus);
+void row_asked(Elm_Object_Item *row, bool focus);
+
+/* --- Widgets (bends_widgets.cpp) --- */
+
+bool is_list(const Evas_Object *object);
+
+/* The popup that lies over everything else, or else the window: keys go nowhere else. */
+Evas_Object *scope();
+
+/* Whether `object` is `ancestor` or lies within it. */
+bool within(const Evas_Object *object, const Evas_Object *ancestor);
+
+/* Whether `object` may have the focus now: shown, allowed, not disabled and within scope(). */
+bool may_focus(const Evas_Object *object);
+
+/* What may have the focus now, in the order of the canvas. */
+std::vector<Evas_Object *> focusable_widgets();
+
+/* A row that keys can reach. */
+bool row_may_focus(const Elm_Object_Item *row);
+
+/* A widget that the module has made, in `parent`. */
+void popup_added(Evas_Object *popup);
+void check_added(Evas_Object *check, const Evas_Object *parent);
+
+/* Deletes what a gadget has left on the window. */
+void clear_window();
+
+/* --- High contrast (bends_contrast.cpp) --- */
+
+/* Shows the theme's colours for high contrast whenever the setting says so, until end_contrast(). */
+void begin_contrast();
+void end_contrast();
+
+} // namespace vesk::bends

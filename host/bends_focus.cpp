@@ -1,0 +1,157 @@
+/* Something that may have the focus has it, and gets the keys. */
+
+#include "bends.h"
+
+#include <algorithm>
+
+namespace vesk::bends {
+
+namespace {
+
+/* The last wish of the module that the toolkit has not been seen to fulfil; null when there is none. */
+Evas_Object *wish = nullptr;
+
+/* Tries in a row that changed nothing: what the toolkit refuses is not asked for with every turn of the main loop. */
+constexpr int kTries = 8;
+int tries = 0;
+
+constexpr char kLastRow[] = "vesk.last-row"; /* on a list: the index + 1 of the row that had the focus last */
+
+void set_wish(Evas_Object *object)
+{
+    const auto forget = [](void *, Evas *, Evas_Object *, void *) { wish = nullptr; };
+    if (wish)
+        evas_object_event_callback_del(wish, EVAS_CALLBACK_DEL, forget);
+    wish = object;
+    if (wish)
+        evas_object_event_callback_add(wish, EVAS_CALLBACK_DEL, forget, nullptr);
+}
+
+void remember_row(Evas_Object *list, int index)
+{
+    evas_object_data_set(list, kLastRow, reinterpret_cast<void *>(static_cast<intptr_t>(index) + 1));
+}
+
+/* The index of the row that had the focus last, or 0. */
+int remembered_row(const Evas_Object *list)
+{
+    const auto index = static_cast<int>(reinterpret_cast<intptr_t>(evas_object_data_get(list, kLastRow))) - 1;
+    return std::max(index, 0);
+}
+
+Elm_Object_Item *row_to_focus(Evas_Object *list)
+{
+    const auto count = static_cast<int>(elm_genlist_items_count(list));
+    for (int distance = 0; distance < count; ++distance) {
+        const int index = (std::min(remembered_row(list), count - 1) + distance) % count;
+        auto *row = elm_genlist_nth_item_get(list, static_cast<unsigned int>(index));
+        if (row_may_focus(row))
+            return row;
+    }
+    return nullptr;
+}
+
+bool takes_keys(const Evas_Object *widget)
+{
+    auto *receiver = evas_focus_get(evas_object_evas_get(window()));
+    for (; receiver; receiver = evas_object_smart_parent_get(receiver)) {
+        if (receiver == widget)
+            return true;
+    }
+    return false;
+}
+
+/* A row takes the item focus only once it has been realized; asked for right after the append, it is lost, the list
+   has the focus, no row has it and the arrows do nothing. To see it: have the list filled anew while it is shown. */
+bool row_has_focus(Evas_Object *list)
+{
+    if (auto *row = elm_object_focused_item_get(list)) {
+        remember_row(list, elm_genlist_item_index_get(row) - 1);
+        return true;
+    }
+    auto *row = row_to_focus(list);
+    if (row)
+        elm_object_item_focus_set(row, EINA_TRUE);
+    return !row;
+}
+
+/* Clearing a list deletes the row that held the canvas focus, and the toolkit believes that the list has it still:
+   keys then reach nobody. To see it: enter edit mode by a tap while a row has the focus, then press Back. */
+void give_keys(Evas_Object *widget)
+{
+    elm_object_focus_set(widget, EINA_FALSE);
+    elm_object_focus_set(widget, EINA_TRUE);
+    if (!takes_keys(widget))
+        evas_object_focus_set(widget, EINA_TRUE);
+}
+
+Evas_Object *place_for_focus()
+{
+    const auto widgets = focusable_widgets();
+    const auto list = std::ranges::find_if(widgets, [](auto *widget) { return is_list(widget); });
+    if (list != widgets.end())
+        return *list;
+    return widgets.empty() ? nullptr : widgets.front();
+}
+
+/* A popup that is shown gives the focus to its first button, although the module has just asked for another one. To
+   see it: a confirmation whose default is its second button. */
+bool wish_fulfilled(const Evas_Object *focused)
+{
+    if (!wish)
+        return true;
+    if (within(focused, wish) || !may_focus(wish)) {
+        set_wish(nullptr);
+        return true;
+    }
+    return false;
+}
+
+} // namespace
+
+void focus_asked(Evas_Object *object, bool focus)
+{
+    if (focus && within(object, window()))
+        set_wish(object);
+    else if (!focus && wish == object)
+        set_wish(nullptr);
+    tries = 0;
+}
+
+void row_asked(Elm_Object_Item *row, bool focus)
+{
+    auto *list = elm_object_item_widget_get(row);
+    if (focus && is_list(list))
+        remember_row(list, elm_genlist_item_index_get(row) - 1);
+    tries = 0;
+}
+
+void try_again()
+{
+    tries = 0;
+}
+
+void keep_focus()
+{
+    if (!window() || !elm_object_focus_get(window()) || tries >= kTries)
+        return;
+    auto *focused = elm_object_focused_object_get(window());
+    ++tries;
+    if (!wish_fulfilled(focused)) {
+        elm_object_focus_set(wish, EINA_TRUE);
+        return;
+    }
+    if (!may_focus(focused)) {
+        if (auto *place = place_for_focus())
+            elm_object_focus_set(place, EINA_TRUE);
+        return;
+    }
+    if (!takes_keys(focused)) {
+        give_keys(focused);
+        return;
+    }
+    if (!is_list(focused) || row_has_focus(focused))
+        tries = 0;
+}
+
+} // namespace vesk::bends

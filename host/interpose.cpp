@@ -1,0 +1,105 @@
+/* Functions that stand before the toolkit's own for the module. A program that exports its symbols is asked first when a
+   shared object looks a function up; each function here does the host's part and passes the call on. Other libraries'
+   calls come by as well, and are passed on as they are. */
+
+#include "interpose.h"
+
+#include <dlfcn.h>
+
+#include <Elementary.h>
+
+#include "bends.h"
+#include "desktop/text.h"
+#include "settings_overlay.h"
+#include "share.h"
+#include "vconf.h"
+
+namespace {
+
+/* The function of that name behind this program. */
+template <class Function> Function behind(Function, const char *name)
+{
+    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
+}
+
+} // namespace
+
+/* Calls the function behind this one with these arguments. */
+#define PASS_ON(function, ...)                                                                                         \
+    static const auto next = behind(&function, #function);                                                             \
+    return next(__VA_ARGS__)
+
+extern "C" {
+
+__attribute__((visibility("default"))) char *bindtextdomain(const char *domain, const char *folder) noexcept
+{
+    if (!folder) {
+        PASS_ON(bindtextdomain, domain, folder);
+    }
+    const std::string mapped = vesk::desktop_path(folder);
+    PASS_ON(bindtextdomain, domain, mapped.c_str());
+}
+
+Eina_Bool elm_image_file_set(Evas_Object *image, const char *file, const char *group)
+{
+    const std::string mapped = file ? vesk::desktop_path(file) : "";
+    PASS_ON(elm_image_file_set, image, file ? mapped.c_str() : nullptr, group);
+}
+
+Evas_Object *elm_popup_add(Evas_Object *parent)
+{
+    static const auto next = behind(&elm_popup_add, "elm_popup_add");
+    auto *popup = next(parent);
+    if (popup)
+        vesk::bends::popup_added(popup);
+    return popup;
+}
+
+Evas_Object *elm_check_add(Evas_Object *parent)
+{
+    static const auto next = behind(&elm_check_add, "elm_check_add");
+    auto *check = next(parent);
+    if (check)
+        vesk::bends::check_added(check, parent);
+    return check;
+}
+
+void elm_object_focus_set(Evas_Object *object, Eina_Bool focus)
+{
+    vesk::bends::focus_asked(object, focus);
+    PASS_ON(elm_object_focus_set, object, focus);
+}
+
+void elm_object_item_focus_set(Elm_Object_Item *item, Eina_Bool focus)
+{
+    vesk::bends::row_asked(item, focus);
+    PASS_ON(elm_object_item_focus_set, item, focus);
+}
+
+/* Options of the command line come before the stored settings. */
+
+__attribute__((visibility("default"))) int vconf_get_int(const char *key, int *value)
+{
+    const auto overlay = key && value ? vesk::overlaid_setting(key) : std::nullopt;
+    const auto number = overlay ? vesk_port::parse_int(*overlay) : std::nullopt;
+    if (number) {
+        *value = *number;
+        return 0;
+    }
+    PASS_ON(vconf_get_int, key, value);
+}
+
+__attribute__((visibility("default"))) char *vconf_get_str(const char *key)
+{
+    if (const auto overlay = key ? vesk::overlaid_setting(key) : std::nullopt)
+        return vesk_port::allocated_copy(*overlay);
+    PASS_ON(vconf_get_str, key);
+}
+
+} // extern "C"
+
+namespace vesk {
+
+void stand_before_toolkit() {}
+
+} // namespace vesk

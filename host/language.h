@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+namespace vesk {
+
+/* Makes this process speak the language of a locale name such as "ko_KR" or "ko_KR.UTF-8": texts by gettext, also on a
+   system that has no locales generated, and the direction of the toolkit's layouts. Returns false when there is no
+   catalogue for it; texts are English then. To be called when the toolkit has started, before a module looks up its
+   first text. */
+bool use_language(const std::string &locale);
+
+} // namespace vesk

@@ -1,0 +1,158 @@
+/* vesk-host: a television on the desktop that runs the device manager. */
+
+#include <cstdio>
+#include <stdexcept>
+
+#include <Ecore_Input.h>
+
+#include "desktop/log.h"
+#include "desktop/port_error.h"
+#include "desktop/settings.h"
+#include "dlog.h"
+#include "gadget.h"
+#include "language.h"
+#include "options.h"
+#include "remote_script.h"
+#include "settings_overlay.h"
+#include "vconf.h"
+
+namespace {
+
+using namespace vesk;
+
+constexpr char kKeysLine[] =
+    "Keys: arrows, Enter to choose, Esc or Backspace for Back, F4 for Close. The pointer is the touch.";
+
+/* Without an option the terminal tells what a user can do something about: the port's own sentences. */
+void tell_on_terminal(int priority, const std::string &tag, const std::string &text)
+{
+    if (tag == vesk_port::port_tag && priority >= DLOG_WARN)
+        std::fprintf(stderr, "vesk-host: %s\n", text.c_str());
+}
+
+void set_up_log(const Options &options)
+{
+    if (!options.log.empty())
+        vesk_port::set_log_file(options.log);
+    if (options.log_level) {
+        vesk_port::set_log_level(*options.log_level);
+    } else if (!options.log.empty()) {
+        vesk_port::set_log_level(DLOG_INFO);
+    } else if (!getenv("VESK_LOG") && !getenv("VESK_LOG_LEVEL")) {
+        vesk_port::set_log_level(vesk_port::log_level_of("off"));
+        vesk_port::set_log_sink(tell_on_terminal);
+    }
+}
+
+void set_up_television(const Options &options)
+{
+    if (!options.product.empty())
+        setenv("VESK_PRODUCT", options.product.c_str(), 1);
+    if (!options.devices.empty())
+        setenv("VESK_DEVICES", options.devices.c_str(), 1);
+    if (!options.orientation.empty())
+        overlay_setting(vesk_port::orientation_setting.key, options.orientation);
+    if (!options.language.empty())
+        overlay_setting(vesk_port::language_setting.key, options.language);
+    if (options.high_contrast)
+        overlay_setting(vesk_port::high_contrast_setting.key, "1");
+}
+
+void set_up_language()
+{
+    char *locale = vconf_get_str(vesk_port::language_setting.key);
+    const std::string language = locale ? locale : vesk_port::language_setting.default_value;
+    free(locale);
+    if (!use_language(language))
+        std::fprintf(stderr, "vesk-host: there are no texts in the language \"%s\"; they are shown in English.\n",
+                     language.c_str());
+}
+
+/* The keyboard's keys go to the panel as keys of the remote; nobody else gets them. */
+void connect_keyboard(Panel &panel)
+{
+    const auto pass_on = [](Panel &to, void *event, auto act) {
+        const auto key = remote_key(static_cast<Ecore_Event_Key *>(event)->keyname);
+        if (!key.empty())
+            (to.*act)(key);
+        return ECORE_CALLBACK_DONE;
+    };
+    ecore_event_handler_prepend(
+        ECORE_EVENT_KEY_DOWN,
+        [](void *data, int, void *event) -> Eina_Bool {
+            return decltype(pass_on)()(*static_cast<Panel *>(data), event, &Panel::key_down);
+        },
+        &panel);
+    ecore_event_handler_prepend(
+        ECORE_EVENT_KEY_UP,
+        [](void *data, int, void *event) -> Eina_Bool {
+            return decltype(pass_on)()(*static_cast<Panel *>(data), event, &Panel::key_up);
+        },
+        &panel);
+}
+
+void end_on_signals(bool &ended)
+{
+    const auto end = [](void *flag, int, void *) -> Eina_Bool {
+        *static_cast<bool *>(flag) = true;
+        return ECORE_CALLBACK_DONE;
+    };
+    ecore_event_handler_prepend(ECORE_EVENT_SIGNAL_EXIT, end, &ended);
+    ecore_event_handler_prepend(ECORE_EVENT_SIGNAL_HUP, end, &ended);
+}
+
+void take_picture(Panel &panel, const Options &options)
+{
+    const auto file = options.screenshot.empty() ? std::filesystem::temp_directory_path() / "vesk-host.png"
+                                                 : options.screenshot;
+    panel.save(file);
+    std::printf("%s\n", file.c_str());
+}
+
+void play(const Options &options)
+{
+    Toolkit toolkit({.display = options.display,
+                     .animations = options.animations,
+                     .scale = options.scale,
+                     .log_messages = !options.log.empty(),
+                     .theme = {}});
+    set_up_language();
+    bool ended = false;
+    end_on_signals(ended);
+    Panel panel(toolkit);
+    Gadget gadget(panel, options.module);
+    panel.on_close([&ended] { ended = true; });
+    panel.on_visible([&gadget](bool visible) { visible ? gadget.resume() : gadget.pause(); });
+    gadget.start();
+
+    const auto over = [&] { return ended || !gadget.running(); };
+    play_remote(panel, options.keys, over);
+    if (ended)
+        return;
+    if (!options.display || !options.screenshot.empty()) {
+        take_picture(panel, options);
+        return;
+    }
+    std::puts(kKeysLine);
+    connect_keyboard(panel);
+    toolkit.run_until(over);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    int exit_code = 0;
+    const auto options = vesk::read_options(argc, argv, exit_code);
+    if (!options)
+        return exit_code;
+    try {
+        set_up_log(*options);
+        set_up_television(*options);
+        play(*options);
+        return 0;
+    } catch (const std::exception &error) {
+        std::fprintf(stderr, "vesk-host: %s\n", error.what());
+        return 1;
+    }
+}

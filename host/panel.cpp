@@ -1,0 +1,211 @@
+#include "panel.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "bends.h"
+#include "desktop/gadget_host.h"
+#include "desktop/paths.h"
+#include "desktop/settings.h"
+#include "interpose.h"
+#include "vconf.h"
+
+namespace vesk {
+
+namespace {
+
+constexpr const char *kOrientation = vesk_port::orientation_setting.key;
+constexpr double kFirstWindowShare = 2.0 / 3.0; /* of the panel's size */
+
+bool portrait_setting()
+{
+    int orientation = 0;
+    return vconf_get_int(kOrientation, &orientation) == 0 && orientation != 0;
+}
+
+void turn_by_setting(keynode_t *, void *panel) { static_cast<Panel *>(panel)->turn(portrait_setting()); }
+
+const char *key_text(const std::string &key) { return key == "Return" ? "\r" : nullptr; }
+
+/* The event's time, which the toolkit compares to tell a double click from two clicks. */
+unsigned int now_ms() { return static_cast<unsigned int>(static_cast<unsigned long long>(ecore_time_get() * 1000.0)); }
+
+std::filesystem::path programme_picture()
+{
+    for (const char *name : {"programme.webp", "programme.png"}) {
+        auto file = vesk_port::share_folder() / "pictures" / name;
+        if (std::filesystem::exists(file))
+            return file;
+    }
+    return {};
+}
+
+} // namespace
+
+Panel::Panel(const Toolkit &toolkit) : toolkit_(toolkit), portrait_(portrait_setting())
+{
+    stand_before_toolkit();
+    make_windows();
+    show_programme();
+    fit();
+    evas_object_show(window_);
+    evas_object_show(top_);
+    bends::begin(window_);
+    vesk_port::set_gadget_window(window_);
+    vconf_notify_key_changed(kOrientation, turn_by_setting, this);
+}
+
+Panel::~Panel()
+{
+    vconf_ignore_key_changed(kOrientation, turn_by_setting);
+    vesk_port::set_gadget_window(nullptr);
+    take_keys(false);
+    bends::end();
+    evas_object_del(window_);
+    evas_object_del(top_);
+    settle();
+}
+
+void Panel::make_windows()
+{
+    top_ = elm_win_add(nullptr, "vesk", ELM_WIN_BASIC);
+    if (!top_)
+        throw std::runtime_error("No window can be opened on this display; try --no-display.");
+    elm_win_title_set(top_, "VESK");
+    auto *backdrop = evas_object_rectangle_add(evas_object_evas_get(top_));
+    evas_object_color_set(backdrop, 0, 0, 0, 255);
+    evas_object_size_hint_weight_set(backdrop, EVAS_HINT_EXPAND, EVAS_HINT_EXPAND);
+    elm_win_resize_object_add(top_, backdrop);
+    evas_object_show(backdrop);
+
+    window_ = elm_win_add(top_, "panel", ELM_WIN_INLINED_IMAGE);
+    picture_ = elm_win_inlined_image_object_get(window_);
+    if (!picture_)
+        throw std::runtime_error("The panel cannot be drawn on this display; try --no-display.");
+    evas_object_show(picture_);
+
+    const auto refit = [](void *panel, Evas *, Evas_Object *, void *) { static_cast<Panel *>(panel)->fit(); };
+    evas_object_event_callback_add(top_, EVAS_CALLBACK_RESIZE, refit, this);
+    const auto close = [](void *panel, Evas_Object *, void *) {
+        if (const auto &handler = static_cast<Panel *>(panel)->close_handler_)
+            handler();
+    };
+    evas_object_smart_callback_add(top_, "delete,request", close, this);
+    const auto hidden = [](void *panel, Evas_Object *, void *) {
+        if (const auto &handler = static_cast<Panel *>(panel)->visible_handler_)
+            handler(false);
+    };
+    const auto shown = [](void *panel, Evas_Object *, void *) {
+        if (const auto &handler = static_cast<Panel *>(panel)->visible_handler_)
+            handler(true);
+    };
+    evas_object_smart_callback_add(top_, "iconified", hidden, this);
+    evas_object_smart_callback_add(top_, "normal", shown, this);
+
+    evas_object_resize(window_, width(), height());
+    evas_object_resize(top_, static_cast<int>(width() * kFirstWindowShare),
+                       static_cast<int>(height() * kFirstWindowShare));
+}
+
+void Panel::show_programme()
+{
+    programme_ = evas_object_image_filled_add(canvas());
+    evas_object_image_file_set(programme_, programme_picture().c_str(), nullptr);
+    evas_object_pass_events_set(programme_, EINA_TRUE);
+    evas_object_layer_set(programme_, EVAS_LAYER_MIN + 1);
+    evas_object_show(programme_);
+}
+
+/* The whole panel in the middle of the window, in its own proportions. */
+void Panel::fit()
+{
+    int left = 0;
+    int top = 0;
+    int window_width = 0;
+    int window_height = 0;
+    evas_object_geometry_get(top_, nullptr, nullptr, &window_width, &window_height);
+    const double scale = std::min(window_width / static_cast<double>(width()),
+                                  window_height / static_cast<double>(height()));
+    const int shown_width = static_cast<int>(width() * scale + 0.5);
+    const int shown_height = static_cast<int>(height() * scale + 0.5);
+    left = (window_width - shown_width) / 2;
+    top = (window_height - shown_height) / 2;
+    evas_object_move(picture_, left, top);
+    evas_object_resize(picture_, shown_width, shown_height);
+    evas_object_resize(programme_, width(), height());
+}
+
+Evas *Panel::canvas() const { return evas_object_evas_get(window_); }
+
+void Panel::turn(bool portrait)
+{
+    if (portrait == portrait_)
+        return;
+    portrait_ = portrait;
+    evas_object_resize(window_, width(), height());
+    int window_width = 0;
+    int window_height = 0;
+    evas_object_geometry_get(top_, nullptr, nullptr, &window_width, &window_height);
+    evas_object_resize(top_, window_height, window_width);
+    fit();
+}
+
+void Panel::take_keys(bool take)
+{
+    /* The toolkit listens for the change to focus only, and the picture may have been born with it. */
+    evas_object_focus_set(picture_, EINA_FALSE);
+    if (take)
+        evas_object_focus_set(picture_, EINA_TRUE);
+}
+
+void Panel::key_down(const std::string &key)
+{
+    /* On hold, the event passes through the gadget's own handlers, and the toolkit does nothing with it. */
+    const bool held = bends::holds(key);
+    evas_event_default_flags_set(canvas(), held ? EVAS_EVENT_FLAG_ON_HOLD : EVAS_EVENT_FLAG_NONE);
+    evas_event_feed_key_down(canvas(), key.c_str(), key.c_str(), key_text(key), nullptr, now_ms(), nullptr);
+    evas_event_default_flags_set(canvas(), EVAS_EVENT_FLAG_NONE);
+    if (held)
+        bends::move(key);
+}
+
+void Panel::key_up(const std::string &key)
+{
+    evas_event_feed_key_up(canvas(), key.c_str(), key.c_str(), key_text(key), nullptr, now_ms(), nullptr);
+}
+
+void Panel::press(const std::string &key)
+{
+    key_down(key);
+    key_up(key);
+    settle();
+}
+
+void Panel::tap(int x, int y)
+{
+    evas_event_feed_mouse_in(canvas(), now_ms(), nullptr);
+    evas_event_feed_mouse_move(canvas(), x, y, now_ms(), nullptr);
+    evas_event_feed_mouse_down(canvas(), 1, EVAS_BUTTON_NONE, now_ms(), nullptr);
+    evas_event_feed_mouse_up(canvas(), 1, EVAS_BUTTON_NONE, now_ms(), nullptr);
+    settle();
+}
+
+void Panel::save(const std::filesystem::path &file)
+{
+    settle();
+    if (!evas_object_image_save(picture_, file.c_str(), nullptr, nullptr))
+        throw std::runtime_error("The picture " + file.string() + " cannot be written.");
+}
+
+Evas_Object *Panel::focused() const { return elm_object_focused_object_get(window_); }
+
+int Panel::focused_row() const
+{
+    auto *list = focused();
+    if (!list || !bends::is_list(list))
+        return -1;
+    auto *row = elm_object_focused_item_get(list);
+    return row ? elm_genlist_item_index_get(row) - 1 : -1;
+}
+
+} // namespace vesk

@@ -1,0 +1,209 @@
+#include "toolkit.h"
+
+#include <algorithm>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <mutex>
+#include <stdexcept>
+#include <string>
+#include <sys/select.h>
+
+#include <Ecore_Evas.h>
+#include <Efreet.h>
+#include <Elementary.h>
+
+#include "desktop/log.h"
+#include "desktop/paths.h"
+
+namespace vesk {
+
+namespace {
+
+/* The main loop as the toolkit sees it: the wait between two turns passes through here, which is the one place where
+   it can be told that nothing is due. */
+struct Loop {
+    Ecore_Select_Function wait = nullptr;
+    Ecore_Timer *ticks = nullptr; /* runs while something is animated, off-screen only */
+    bool settling = false;
+    bool idle = false;
+    bool log_messages = false; /* the toolkit's, into the log */
+    timeval quiet{}; /* how long nothing may happen before the loop counts as idle */
+};
+Loop loop;
+std::filesystem::path theme;
+
+constexpr long kSoonUs = 50'000;
+constexpr double kFrameSeconds = 1.0 / 60.0;
+
+bool due_soon(const timeval *timeout)
+{
+    return timeout && timeout->tv_sec == 0 && timeout->tv_usec <= kSoonUs;
+}
+
+int wait_for_events(int count, fd_set *reads, fd_set *writes, fd_set *errors, timeval *timeout)
+{
+    if (!loop.settling || due_soon(timeout))
+        return loop.wait(count, reads, writes, errors, timeout);
+    timeval quiet = loop.quiet;
+    const int ready = loop.wait(count, reads, writes, errors, &quiet);
+    loop.idle = ready == 0;
+    return ready;
+}
+
+Eina_Bool tick(void *)
+{
+    ecore_animator_custom_tick();
+    return ECORE_CALLBACK_RENEW;
+}
+
+/* Off-screen there is no display whose refresh drives animations, and the toolkit's own ticker is a thread, which
+   wait_for_events would not see. */
+void tick_by_timer()
+{
+    ecore_animator_custom_source_tick_begin_callback_set(
+        [](void *) {
+            if (!loop.ticks)
+                loop.ticks = ecore_timer_add(kFrameSeconds, tick, nullptr);
+        },
+        nullptr);
+    ecore_animator_custom_source_tick_end_callback_set(
+        [](void *) {
+            ecore_timer_del(loop.ticks);
+            loop.ticks = nullptr;
+        },
+        nullptr);
+    ecore_animator_source_set(ECORE_ANIMATOR_SOURCE_CUSTOM);
+}
+
+/* The toolkit's own messages: into the log file when there is one, and never onto the terminal. */
+void log_toolkit_message(const Eina_Log_Domain *domain, Eina_Log_Level level, const char *, const char *function, int,
+                         const char *format, void *, va_list arguments)
+{
+    if (!loop.log_messages)
+        return;
+    char text[512];
+    vsnprintf(text, sizeof(text), format, arguments);
+    static std::mutex one_line_at_a_time; /* the toolkit logs from its threads too */
+    const std::lock_guard lock(one_line_at_a_time);
+    vesk_port::log_line(level <= EINA_LOG_LEVEL_ERR ? DLOG_ERROR : DLOG_WARN, "EFL",
+                        std::string(domain->domain_str) + ": " + function + " > " + text);
+}
+
+void set_default(const char *name, const std::string &value) { setenv(name, value.c_str(), 0); }
+
+void prepare_environment()
+{
+    set_default("ECORE_NO_SYSTEM_MODULES", "1"); /* no attempts to reach a system bus */
+    set_default("EINA_LOG_BACKTRACE", "0");
+    set_default("ECORE_EVAS_FORCE_SYNC_RENDER", "1"); /* a turning panel races with the render thread otherwise */
+    const auto fonts = vesk_port::share_folder() / "theme" / "fonts.conf";
+    if (std::filesystem::exists(fonts))
+        set_default("FONTCONFIG_FILE", fonts.string());
+}
+
+const char *preferred_engine(const ToolkitOptions &options)
+{
+    if (!options.display)
+        return "buffer";
+    return getenv("WAYLAND_DISPLAY") ? "wayland_shm" : "software_x11";
+}
+
+void stop_motion()
+{
+    elm_config_transition_duration_factor_set(0.0);
+    elm_config_scroll_animation_disabled_set(EINA_TRUE);
+    elm_config_scroll_bring_in_scroll_friction_set(0.0);
+    elm_config_focus_highlight_animate_set(EINA_FALSE);
+}
+
+
+} // namespace
+
+const std::filesystem::path &theme_file()
+{
+    return theme;
+}
+
+bool display_available()
+{
+    const char *wayland = getenv("WAYLAND_DISPLAY");
+    const char *x11 = getenv("DISPLAY");
+    return (wayland && *wayland) || (x11 && *x11);
+}
+
+Toolkit::Toolkit(const ToolkitOptions &options) : options_(options)
+{
+    prepare_environment();
+    loop.log_messages = options_.log_messages;
+    if (!eina_init())
+        throw std::runtime_error("The widget toolkit does not start; reinstall the Debian package libelementary1.");
+    eina_log_print_cb_set(log_toolkit_message, nullptr);
+    efreet_cache_disable();
+    char name[] = "vesk-host";
+    char *arguments[] = {name, nullptr};
+    if (!elm_init(1, arguments))
+        throw std::runtime_error("The widget toolkit does not start; reinstall the Debian package libelementary1.");
+
+    elm_policy_set(ELM_POLICY_QUIT, ELM_POLICY_QUIT_NONE);
+    elm_config_preferred_engine_set(preferred_engine(options_));
+    elm_config_scale_set(2.0 * options_.scale);
+    elm_config_window_auto_focus_enable_set(EINA_TRUE);
+    if (!options_.animations)
+        stop_motion();
+    theme = options_.theme.empty() ? vesk_port::share_folder() / "theme" / "vesk.edj" : options_.theme;
+    elm_theme_overlay_add(nullptr, theme.c_str()); /* an extension would not replace the main list's own look */
+
+    loop.wait = ecore_main_loop_select_func_get();
+    ecore_main_loop_select_func_set(wait_for_events);
+    ecore_main_loop_glib_integrate();
+    if (options_.display)
+        loop.quiet.tv_usec = 2 * kSoonUs; /* the display server drives animations and answers late */
+    else
+        tick_by_timer();
+}
+
+Toolkit::~Toolkit()
+{
+    elm_shutdown();
+    eina_shutdown();
+}
+
+bool Toolkit::run_until(const std::function<bool()> &condition, int limit_ms) const
+{
+    bool late = false;
+    Ecore_Timer *limit = ecore_timer_loop_add(
+        limit_ms / 1000.0,
+        [](void *flag) -> Eina_Bool {
+            *static_cast<bool *>(flag) = true;
+            return ECORE_CALLBACK_CANCEL;
+        },
+        &late);
+    bool held = condition();
+    while (!held && !late) {
+        ecore_main_loop_iterate_may_block(EINA_TRUE);
+        held = condition();
+    }
+    if (!late)
+        ecore_timer_del(limit);
+    return held;
+}
+
+void Toolkit::run_until(const std::function<bool()> &condition) const
+{
+    while (!condition())
+        ecore_main_loop_iterate_may_block(EINA_TRUE);
+}
+
+bool Toolkit::settle(int limit_ms) const
+{
+    const double limit = ecore_time_get() + limit_ms / 1000.0;
+    loop.settling = true;
+    loop.idle = false;
+    while (!loop.idle && ecore_time_get() < limit)
+        ecore_main_loop_iterate_may_block(EINA_TRUE);
+    loop.settling = false;
+    return loop.idle;
+}
+
+} // namespace vesk
