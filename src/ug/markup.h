@@ -34,7 +34,7 @@ inline std::string row_text(const Elm_Object_Item *item, const char *part)
 inline std::string text_with(const char *id, const std::string &word)
 {
     char *text = combinate_string(translated(id), word.c_str());
-    const std::string result = text ? text : "";
+    std::string result = text ? text : "";
     free(text);
     return result;
 }
