@@ -396,18 +396,16 @@ namespace {
 /* Plain canvas objects in place of the screen's. They write their end to the chronicle. */
 class TearDownTest : public LifecycleTest {
 protected:
-    TearDownTest()
+    /* Stays up until the process ends: the toolkit loses memory when it is shut down and started again. */
+    static void SetUpTestSuite()
     {
         setenv("ECORE_NO_SYSTEM_MODULES", "1", 1); /* no system bus is needed */
         ecore_evas_init();
-        ecore_evas = ecore_evas_buffer_new(16, 16);
     }
 
-    ~TearDownTest() override
-    {
-        ecore_evas_free(ecore_evas);
-        ecore_evas_shutdown();
-    }
+    TearDownTest() : ecore_evas(ecore_evas_buffer_new(16, 16)) {}
+
+    ~TearDownTest() override { ecore_evas_free(ecore_evas); }
 
     Evas_Object *object(const char *name)
     {
