@@ -54,14 +54,15 @@ bool within(const Evas_Object *object, const Evas_Object *ancestor);
 /* Whether `object` may have the focus now: shown, allowed, not disabled and within scope(). */
 bool may_focus(const Evas_Object *object);
 
-/* What may have the focus now, in the order of the canvas. */
+/* What may have the focus now, in the order of its making. */
 std::vector<Evas_Object *> focusable_widgets();
 
 /* A row that keys can reach. */
 bool row_may_focus(const Elm_Object_Item *row);
 
-/* A widget that the module has made, in `parent`. */
+/* Widgets that the module has made. */
 void popup_added(Evas_Object *popup);
+void key_taker_added(Evas_Object *list_or_button);
 void check_added(Evas_Object *check, const Evas_Object *parent);
 
 /* Deletes what a gadget has left on the window. */

@@ -84,7 +84,7 @@ Place place_of(const Evas_Object *object)
 /* How far `to` lies from `from` in the arrow's direction, a step aside counting double; nothing when it does not. */
 std::optional<int> distance(const Place &from, const Place &to, const Arrow &arrow)
 {
-    const int ahead = arrow.x > 0 ? to.left - from.right
+    const int ahead = arrow.x > 0   ? to.left - from.right
                       : arrow.x < 0 ? from.left - to.right
                       : arrow.y > 0 ? to.top - from.bottom
                                     : from.top - to.bottom;

@@ -9,13 +9,17 @@ namespace vesk::bends {
 
 namespace {
 
-/* In the order of their making; a popup that is gone has left. */
+/* Both in the order of their making; what is gone has left. */
 std::vector<Evas_Object *> popups;
+std::vector<Evas_Object *> key_takers;
 
-bool is_type(const Evas_Object *object, const char *type)
+void remember(std::vector<Evas_Object *> &widgets, Evas_Object *widget)
 {
-    const char *actual = evas_object_type_get(object);
-    return actual && std::strcmp(actual, type) == 0;
+    widgets.push_back(widget);
+    const auto forget = [](void *from, Evas *, Evas_Object *gone, void *) {
+        std::erase(*static_cast<std::vector<Evas_Object *> *>(from), gone);
+    };
+    evas_object_event_callback_add(widget, EVAS_CALLBACK_DEL, forget, &widgets);
 }
 
 /* Shown itself, and within nothing that is hidden. */
@@ -28,40 +32,12 @@ bool is_shown(const Evas_Object *object)
     return true;
 }
 
-std::vector<Evas_Object *> members_of(const Evas_Object *object)
-{
-    std::vector<Evas_Object *> members;
-    Eina_List *list = evas_object_smart_members_get(object);
-    for (const Eina_List *link = list; link; link = eina_list_next(link))
-        members.push_back(static_cast<Evas_Object *>(eina_list_data_get(link)));
-    eina_list_free(list);
-    return members;
-}
-
-std::vector<Evas_Object *> objects_on_canvas()
-{
-    std::vector<Evas_Object *> objects;
-    for (auto *object = evas_object_bottom_get(evas_object_evas_get(window())); object;
-         object = evas_object_above_get(object))
-        objects.push_back(object);
-    return objects;
-}
-
-void collect_focusable(Evas_Object *object, std::vector<Evas_Object *> &found)
-{
-    if (may_focus(object)) {
-        found.push_back(object);
-        return; /* what lies in a list or a button is no place of its own */
-    }
-    for (auto *member : members_of(object))
-        collect_focusable(member, found);
-}
-
 } // namespace
 
 bool is_list(const Evas_Object *object)
 {
-    return object && is_type(object, "elm_genlist");
+    const char *type = object ? evas_object_type_get(object) : nullptr;
+    return type && std::strcmp(type, "elm_genlist") == 0;
 }
 
 bool within(const Evas_Object *object, const Evas_Object *ancestor)
@@ -81,9 +57,7 @@ Evas_Object *scope()
 
 bool may_focus(const Evas_Object *object)
 {
-    if (!object || !elm_object_widget_check(object))
-        return false;
-    if (!is_list(object) && !is_type(object, "elm_button") && !is_type(object, "elm_check"))
+    if (std::ranges::find(key_takers, object) == key_takers.end())
         return false;
     return elm_object_focus_allow_get(object) && !elm_object_disabled_get(object) && is_shown(object) &&
            within(object, scope());
@@ -92,8 +66,7 @@ bool may_focus(const Evas_Object *object)
 std::vector<Evas_Object *> focusable_widgets()
 {
     std::vector<Evas_Object *> found;
-    for (auto *object : objects_on_canvas())
-        collect_focusable(object, found);
+    std::ranges::copy_if(key_takers, std::back_inserter(found), [](auto *widget) { return may_focus(widget); });
     return found;
 }
 
@@ -104,9 +77,12 @@ bool row_may_focus(const Elm_Object_Item *row)
 
 void popup_added(Evas_Object *popup)
 {
-    popups.push_back(popup);
-    const auto forget = [](void *, Evas *, Evas_Object *gone, void *) { std::erase(popups, gone); };
-    evas_object_event_callback_add(popup, EVAS_CALLBACK_DEL, forget, nullptr);
+    remember(popups, popup);
+}
+
+void key_taker_added(Evas_Object *widget)
+{
+    remember(key_takers, widget);
 }
 
 /* A check box in a row takes the row's Return key when it can be focused: the row is not selected then, and Down may
@@ -115,15 +91,21 @@ void check_added(Evas_Object *check, const Evas_Object *parent)
 {
     if (is_list(parent))
         elm_object_focus_allow_set(check, EINA_FALSE);
+    else
+        key_taker_added(check);
 }
 
 /* A notify that waits for its timeout outlives the screen that it was shown on. To see it: delete all devices. */
 void clear_window()
 {
-    for (auto *object : objects_on_canvas()) {
-        if (object != window() && elm_object_widget_check(object) && elm_object_parent_widget_get(object) == window())
-            evas_object_del(object);
+    std::vector<Evas_Object *> left;
+    for (auto *object = evas_object_bottom_get(evas_object_evas_get(window())); object;
+         object = evas_object_above_get(object)) {
+        if (object != window() && elm_object_widget_check(object))
+            left.push_back(object);
     }
+    for (auto *object : left)
+        evas_object_del(object);
 }
 
 } // namespace vesk::bends

@@ -25,7 +25,8 @@ Gadget::Gadget(Panel &panel, Module linked) : panel_(panel), module_(linked) {}
 Gadget::Gadget(Panel &panel, const std::filesystem::path &file) : panel_(panel)
 {
     if (!std::filesystem::exists(file))
-        throw std::runtime_error("The module " + file.string() + " does not exist; build it, or name it with --module.");
+        throw std::runtime_error("The module " + file.string() +
+                                 " does not exist; build it, or name it with --module.");
     library_ = dlopen(std::filesystem::absolute(file).c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!library_)
         throw std::runtime_error("The module " + file.string() + " cannot be loaded: " + dlerror());
@@ -38,7 +39,10 @@ Gadget::Gadget(Panel &panel, const std::filesystem::path &file) : panel_(panel)
     }
 }
 
-Gadget::~Gadget() { stop(); }
+Gadget::~Gadget()
+{
+    stop();
+}
 
 void Gadget::start()
 {

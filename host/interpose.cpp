@@ -1,5 +1,5 @@
-/* Functions that stand before the toolkit's own for the module. A program that exports its symbols is asked first when a
-   shared object looks a function up; each function here does the host's part and passes the call on. Other libraries'
+/* Functions that stand before the toolkit's own for the module. A program that exports its symbols is asked first when
+   a shared object looks a function up; each function here does the host's part and passes the call on. Other libraries'
    calls come by as well, and are passed on as they are. */
 
 #include "interpose.h"
@@ -12,6 +12,7 @@
 #include "desktop/text.h"
 #include "settings_overlay.h"
 #include "share.h"
+#include "toolkit.h"
 #include "vconf.h"
 
 namespace {
@@ -43,6 +44,7 @@ __attribute__((visibility("default"))) char *bindtextdomain(const char *domain, 
 Eina_Bool elm_image_file_set(Evas_Object *image, const char *file, const char *group)
 {
     const std::string mapped = file ? vesk::desktop_path(file) : "";
+    elm_image_preload_disabled_set(image, vesk::loads_at_once());
     PASS_ON(elm_image_file_set, image, file ? mapped.c_str() : nullptr, group);
 }
 
@@ -53,6 +55,24 @@ Evas_Object *elm_popup_add(Evas_Object *parent)
     if (popup)
         vesk::bends::popup_added(popup);
     return popup;
+}
+
+Evas_Object *elm_genlist_add(Evas_Object *parent)
+{
+    static const auto next = behind(&elm_genlist_add, "elm_genlist_add");
+    auto *list = next(parent);
+    if (list)
+        vesk::bends::key_taker_added(list);
+    return list;
+}
+
+Evas_Object *elm_button_add(Evas_Object *parent)
+{
+    static const auto next = behind(&elm_button_add, "elm_button_add");
+    auto *button = next(parent);
+    if (button)
+        vesk::bends::key_taker_added(button);
+    return button;
 }
 
 Evas_Object *elm_check_add(Evas_Object *parent)
@@ -74,6 +94,11 @@ void elm_object_item_focus_set(Elm_Object_Item *item, Eina_Bool focus)
 {
     vesk::bends::row_asked(item, focus);
     PASS_ON(elm_object_item_focus_set, item, focus);
+}
+
+void ecore_animator_source_set(Ecore_Animator_Source source)
+{
+    PASS_ON(ecore_animator_source_set, vesk::tick_source(source));
 }
 
 /* Options of the command line come before the stored settings. */

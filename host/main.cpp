@@ -103,8 +103,8 @@ void end_on_signals(bool &ended)
 
 void take_picture(Panel &panel, const Options &options)
 {
-    const auto file = options.screenshot.empty() ? std::filesystem::temp_directory_path() / "vesk-host.png"
-                                                 : options.screenshot;
+    const auto file =
+        options.screenshot.empty() ? std::filesystem::temp_directory_path() / "vesk-host.png" : options.screenshot;
     panel.save(file);
     std::printf("%s\n", file.c_str());
 }

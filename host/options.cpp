@@ -60,9 +60,8 @@ std::optional<Options> read_options(int argc, char **argv, int &exit_code)
         ->check(readable([](const std::string &name) { vesk_port::load_product(name); }));
     program.add_option("--orientation", options.orientation, "landscape or portrait, instead of the setting")
         ->type_name("WORD")
-        ->check(readable([](const std::string &word) {
-            vesk_port::setting_value(vesk_port::orientation_setting.key, word);
-        }));
+        ->check(readable(
+            [](const std::string &word) { vesk_port::setting_value(vesk_port::orientation_setting.key, word); }));
     program.add_option("--language", options.language, "locale such as ko_KR, instead of the setting")
         ->type_name("LOCALE");
     program.add_flag("--high-contrast", options.high_contrast, "black, white and one accent");

@@ -23,12 +23,21 @@ bool portrait_setting()
     return vconf_get_int(kOrientation, &orientation) == 0 && orientation != 0;
 }
 
-void turn_by_setting(keynode_t *, void *panel) { static_cast<Panel *>(panel)->turn(portrait_setting()); }
+void turn_by_setting(keynode_t *, void *panel)
+{
+    static_cast<Panel *>(panel)->turn(portrait_setting());
+}
 
-const char *key_text(const std::string &key) { return key == "Return" ? "\r" : nullptr; }
+const char *key_text(const std::string &key)
+{
+    return key == "Return" ? "\r" : nullptr;
+}
 
 /* The event's time, which the toolkit compares to tell a double click from two clicks. */
-unsigned int now_ms() { return static_cast<unsigned int>(static_cast<unsigned long long>(ecore_time_get() * 1000.0)); }
+unsigned int now_ms()
+{
+    return static_cast<unsigned int>(static_cast<unsigned long long>(ecore_time_get() * 1000.0));
+}
 
 std::filesystem::path programme_picture()
 {
@@ -124,8 +133,8 @@ void Panel::fit()
     int window_width = 0;
     int window_height = 0;
     evas_object_geometry_get(top_, nullptr, nullptr, &window_width, &window_height);
-    const double scale = std::min(window_width / static_cast<double>(width()),
-                                  window_height / static_cast<double>(height()));
+    const double scale =
+        std::min(window_width / static_cast<double>(width()), window_height / static_cast<double>(height()));
     const int shown_width = static_cast<int>(width() * scale + 0.5);
     const int shown_height = static_cast<int>(height() * scale + 0.5);
     left = (window_width - shown_width) / 2;
@@ -135,7 +144,10 @@ void Panel::fit()
     evas_object_resize(programme_, width(), height());
 }
 
-Evas *Panel::canvas() const { return evas_object_evas_get(window_); }
+Evas *Panel::canvas() const
+{
+    return evas_object_evas_get(window_);
+}
 
 void Panel::turn(bool portrait)
 {
@@ -197,7 +209,10 @@ void Panel::save(const std::filesystem::path &file)
         throw std::runtime_error("The picture " + file.string() + " cannot be written.");
 }
 
-Evas_Object *Panel::focused() const { return elm_object_focused_object_get(window_); }
+Evas_Object *Panel::focused() const
+{
+    return elm_object_focused_object_get(window_);
+}
 
 int Panel::focused_row() const
 {

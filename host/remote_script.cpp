@@ -73,13 +73,15 @@ RemoteStep read_remote_word(const std::string &word)
         return step;
     }
     const auto comma = text.find(',');
-    if (text.starts_with(tap) && comma != text.npos && read_number(text.substr(tap.size(), comma - tap.size()), step.x) &&
+    if (text.starts_with(tap) && comma != text.npos &&
+        read_number(text.substr(tap.size(), comma - tap.size()), step.x) &&
         read_number(text.substr(comma + 1), step.y)) {
         step.kind = RemoteStep::Kind::tap;
         return step;
     }
-    throw std::runtime_error("\"" + word + "\" is no key; use Up, Down, Left, Right, Return, XF86Back, XF86Close, "
-                                           "tap:X,Y or wait:MILLISECONDS.");
+    throw std::runtime_error("\"" + word +
+                             "\" is no key; use Up, Down, Left, Right, Return, XF86Back, XF86Close, "
+                             "tap:X,Y or wait:MILLISECONDS.");
 }
 
 void play_remote(Panel &panel, const std::vector<std::string> &words, const std::function<bool()> &over)

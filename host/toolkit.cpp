@@ -15,33 +15,36 @@
 
 #include "desktop/log.h"
 #include "desktop/paths.h"
+#include "glib_sources.h"
 
 namespace vesk {
 
 namespace {
 
-/* The main loop as the toolkit sees it: the wait between two turns passes through here, which is the one place where
-   it can be told that nothing is due. */
+/* The main loop as the toolkit sees it: the wait between two turns passes through here, with the time until something
+   is due. */
 struct Loop {
-    Ecore_Select_Function wait = nullptr;
-    Ecore_Timer *ticks = nullptr; /* runs while something is animated, off-screen only */
+    Ecore_Select_Function wait = nullptr; /* the toolkit's own */
+    Ecore_Timer *ticks = nullptr;         /* while something is animated and no display's refresh drives it */
     bool settling = false;
     bool idle = false;
+    bool still = false;
     bool log_messages = false; /* the toolkit's, into the log */
-    timeval quiet{}; /* how long nothing may happen before the loop counts as idle */
+    timeval quiet{};           /* how long nothing may happen before the loop counts as idle */
 };
 Loop loop;
 std::filesystem::path theme;
 
 constexpr long kSoonUs = 50'000;
 constexpr double kFrameSeconds = 1.0 / 60.0;
+constexpr double kStillFrameSeconds = 1.0 / 1000.0; /* with animations off nothing needs the time between frames */
 
 bool due_soon(const timeval *timeout)
 {
     return timeout && timeout->tv_sec == 0 && timeout->tv_usec <= kSoonUs;
 }
 
-int wait_for_events(int count, fd_set *reads, fd_set *writes, fd_set *errors, timeval *timeout)
+int wait_for_both(int count, fd_set *reads, fd_set *writes, fd_set *errors, timeval *timeout)
 {
     if (!loop.settling || due_soon(timeout))
         return loop.wait(count, reads, writes, errors, timeout);
@@ -51,29 +54,27 @@ int wait_for_events(int count, fd_set *reads, fd_set *writes, fd_set *errors, ti
     return ready;
 }
 
+int wait_for_events(int count, fd_set *reads, fd_set *writes, fd_set *errors, timeval *timeout)
+{
+    return select_with_glib(wait_for_both, count, reads, writes, errors, timeout);
+}
+
 Eina_Bool tick(void *)
 {
     ecore_animator_custom_tick();
     return ECORE_CALLBACK_RENEW;
 }
 
-/* Off-screen there is no display whose refresh drives animations, and the toolkit's own ticker is a thread, which
-   wait_for_events would not see. */
-void tick_by_timer()
+void begin_ticks(void *)
 {
-    ecore_animator_custom_source_tick_begin_callback_set(
-        [](void *) {
-            if (!loop.ticks)
-                loop.ticks = ecore_timer_add(kFrameSeconds, tick, nullptr);
-        },
-        nullptr);
-    ecore_animator_custom_source_tick_end_callback_set(
-        [](void *) {
-            ecore_timer_del(loop.ticks);
-            loop.ticks = nullptr;
-        },
-        nullptr);
-    ecore_animator_source_set(ECORE_ANIMATOR_SOURCE_CUSTOM);
+    if (!loop.ticks)
+        loop.ticks = ecore_timer_add(loop.still ? kStillFrameSeconds : kFrameSeconds, tick, nullptr);
+}
+
+void end_ticks(void *)
+{
+    ecore_timer_del(loop.ticks);
+    loop.ticks = nullptr;
 }
 
 /* The toolkit's own messages: into the log file when there is one, and never onto the terminal. */
@@ -90,7 +91,10 @@ void log_toolkit_message(const Eina_Log_Domain *domain, Eina_Log_Level level, co
                         std::string(domain->domain_str) + ": " + function + " > " + text);
 }
 
-void set_default(const char *name, const std::string &value) { setenv(name, value.c_str(), 0); }
+void set_default(const char *name, const std::string &value)
+{
+    setenv(name, value.c_str(), 0);
+}
 
 void prepare_environment()
 {
@@ -111,14 +115,28 @@ const char *preferred_engine(const ToolkitOptions &options)
 
 void stop_motion()
 {
+    loop.still = true;
     elm_config_transition_duration_factor_set(0.0);
     elm_config_scroll_animation_disabled_set(EINA_TRUE);
     elm_config_scroll_bring_in_scroll_friction_set(0.0);
     elm_config_focus_highlight_animate_set(EINA_FALSE);
 }
 
-
 } // namespace
+
+Ecore_Animator_Source tick_source(Ecore_Animator_Source wanted)
+{
+    if (wanted != ECORE_ANIMATOR_SOURCE_TIMER)
+        return wanted;
+    ecore_animator_custom_source_tick_begin_callback_set(begin_ticks, nullptr);
+    ecore_animator_custom_source_tick_end_callback_set(end_ticks, nullptr);
+    return ECORE_ANIMATOR_SOURCE_CUSTOM;
+}
+
+bool loads_at_once()
+{
+    return loop.still;
+}
 
 const std::filesystem::path &theme_file()
 {
@@ -136,9 +154,10 @@ Toolkit::Toolkit(const ToolkitOptions &options) : options_(options)
 {
     prepare_environment();
     loop.log_messages = options_.log_messages;
-    if (!eina_init())
+    if (!eina_init() || !ecore_init())
         throw std::runtime_error("The widget toolkit does not start; reinstall the Debian package libelementary1.");
     eina_log_print_cb_set(log_toolkit_message, nullptr);
+    ecore_animator_source_set(ECORE_ANIMATOR_SOURCE_TIMER);
     efreet_cache_disable();
     char name[] = "vesk-host";
     char *arguments[] = {name, nullptr};
@@ -156,16 +175,14 @@ Toolkit::Toolkit(const ToolkitOptions &options) : options_(options)
 
     loop.wait = ecore_main_loop_select_func_get();
     ecore_main_loop_select_func_set(wait_for_events);
-    ecore_main_loop_glib_integrate();
     if (options_.display)
         loop.quiet.tv_usec = 2 * kSoonUs; /* the display server drives animations and answers late */
-    else
-        tick_by_timer();
 }
 
 Toolkit::~Toolkit()
 {
     elm_shutdown();
+    ecore_shutdown();
     eina_shutdown();
 }
 

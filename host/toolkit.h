@@ -4,12 +4,14 @@
 #include <filesystem>
 #include <functional>
 
+#include <Ecore.h>
+
 namespace vesk {
 
 struct ToolkitOptions {
-    bool display = false;   /* draw on the X11 or Wayland display; otherwise off-screen */
-    bool animations = true; /* false: nothing moves, every change is there with the next frame */
-    double scale = 1.0;     /* the user's magnification; 1.0 draws design pixels as pixels */
+    bool display = false;      /* draw on the X11 or Wayland display; otherwise off-screen */
+    bool animations = true;    /* false: nothing moves, every change is there with the next frame */
+    double scale = 1.0;        /* the user's magnification; 1.0 draws design pixels as pixels */
     bool log_messages = false; /* the toolkit's own messages go to the log, which should be a file; otherwise nowhere */
     std::filesystem::path theme; /* theme file laid over the toolkit's own; empty: share/vesk/theme/vesk.edj */
 };
@@ -39,6 +41,13 @@ public:
 private:
     ToolkitOptions options_;
 };
+
+/* What drives animations when the toolkit would use `wanted`: its thread that ticks by a timer, which the main loop
+   does not see coming and which writes to the terminal when the machine is busy, gives way to a timer of the loop. */
+Ecore_Animator_Source tick_source(Ecore_Animator_Source wanted);
+
+/* Whether pictures are there with the next frame instead of being loaded beside the main loop: with animations off. */
+bool loads_at_once();
 
 /* The theme file that was laid over the toolkit's own. */
 const std::filesystem::path &theme_file();
