@@ -15,6 +15,7 @@ void begin(Evas_Object *window)
     watch = ecore_idle_enterer_before_add(
         [](void *) -> Eina_Bool {
             keep_focus();
+            show_focus();
             return ECORE_CALLBACK_RENEW;
         },
         nullptr);

@@ -34,6 +34,12 @@ void move(const std::string &key);
 /* Puts the focus where it has to be now. The main loop does so by itself whenever it has run dry. */
 void keep_focus();
 
+/* Lets the row with the focus look so in the list that has it, and in no other. */
+void show_focus();
+
+/* A row of `list` has a look of its own now, which is as the toolkit made it. */
+void row_realized(Evas_Object *list);
+
 /* A key has come: what could not be done for the focus before is worth trying again. */
 void try_again();
 
@@ -53,6 +59,9 @@ bool within(const Evas_Object *object, const Evas_Object *ancestor);
 
 /* Whether `object` may have the focus now: shown, allowed, not disabled and within scope(). */
 bool may_focus(const Evas_Object *object);
+
+/* The lists on the panel. */
+std::vector<Evas_Object *> lists();
 
 /* What may have the focus now, in the order of its making. */
 std::vector<Evas_Object *> focusable_widgets();

@@ -15,7 +15,8 @@ Evas_Object *wish = nullptr;
 constexpr int kTries = 8;
 int tries = 0;
 
-constexpr char kLastRow[] = "vesk.last-row"; /* on a list: the index + 1 of the row that had the focus last */
+constexpr char kPlainRow[] = "vesk.plain-row"; /* on a list: its focused row that looks unfocused */
+constexpr char kLastRow[] = "vesk.last-row";   /* on a list: the index + 1 of the row that had the focus last */
 
 void set_wish(Evas_Object *object)
 {
@@ -85,6 +86,18 @@ void give_keys(Evas_Object *widget)
         evas_object_focus_set(widget, EINA_TRUE);
 }
 
+/* A list that has lost the focus to a button or to a popup keeps a row that looks focused, so that two things do. To
+   see it: press Right on a row. */
+void show_row_focus(Evas_Object *list, bool has_focus)
+{
+    auto *row = elm_object_focused_item_get(list);
+    const auto *plain = evas_object_data_get(list, kPlainRow);
+    if (!row || has_focus == (row != plain))
+        return;
+    elm_object_item_signal_emit(row, has_focus ? "elm,state,focused" : "elm,state,unfocused", "elm");
+    evas_object_data_set(list, kPlainRow, has_focus ? nullptr : row);
+}
+
 Evas_Object *place_for_focus()
 {
     const auto widgets = focusable_widgets();
@@ -129,6 +142,18 @@ void row_asked(Elm_Object_Item *row, bool focus)
 void try_again()
 {
     tries = 0;
+}
+
+void row_realized(Evas_Object *list)
+{
+    evas_object_data_del(list, kPlainRow);
+}
+
+void show_focus()
+{
+    const auto *focused = elm_object_focused_object_get(window());
+    for (auto *list : lists())
+        show_row_focus(list, list == focused);
 }
 
 void keep_focus()

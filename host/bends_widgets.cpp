@@ -63,6 +63,13 @@ bool may_focus(const Evas_Object *object)
            within(object, scope());
 }
 
+std::vector<Evas_Object *> lists()
+{
+    std::vector<Evas_Object *> found;
+    std::ranges::copy_if(key_takers, std::back_inserter(found), is_list);
+    return found;
+}
+
 std::vector<Evas_Object *> focusable_widgets()
 {
     std::vector<Evas_Object *> found;
@@ -83,6 +90,9 @@ void popup_added(Evas_Object *popup)
 void key_taker_added(Evas_Object *widget)
 {
     remember(key_takers, widget);
+    if (is_list(widget))
+        evas_object_smart_callback_add(
+            widget, "realized", [](void *, Evas_Object *list, void *) { row_realized(list); }, nullptr);
 }
 
 /* A check box in a row takes the row's Return key when it can be focused: the row is not selected then, and Down may

@@ -92,6 +92,7 @@ void Panel::make_windows()
     if (!picture_)
         throw std::runtime_error("The panel cannot be drawn on this display; try --no-display.");
     evas_object_show(picture_);
+    elm_win_focus_highlight_enabled_set(window_, EINA_TRUE); /* without it a row that loses the focus keeps its look */
 
     const auto refit = [](void *panel, Evas *, Evas_Object *, void *) { static_cast<Panel *>(panel)->fit(); };
     evas_object_event_callback_add(top_, EVAS_CALLBACK_RESIZE, refit, this);

@@ -167,7 +167,6 @@ Toolkit::Toolkit(const ToolkitOptions &options) : options_(options)
     elm_policy_set(ELM_POLICY_QUIT, ELM_POLICY_QUIT_NONE);
     elm_config_preferred_engine_set(preferred_engine(options_));
     elm_config_scale_set(2.0 * options_.scale);
-    elm_config_window_auto_focus_enable_set(EINA_TRUE);
     if (!options_.animations)
         stop_motion();
     theme = options_.theme.empty() ? vesk_port::share_folder() / "theme" / "vesk.edj" : options_.theme;
