@@ -7,6 +7,7 @@
 
 #include "desktop/log.h"
 #include "desktop/port_failures.h"
+#include "language.h"
 
 static std::vector<std::string> spoken_texts;
 
@@ -83,10 +84,21 @@ std::vector<vesk_port::Device> ScreenTest::registered() const
     return vesk_port::DeviceStore(folder_ / "devices.db").list();
 }
 
+/* Texts and their direction follow the setting, as they do in a host that starts. */
+static void speak_language()
+{
+    static std::string spoken;
+    const std::string language = vesk_port::read_setting(vesk_port::language_setting.key).value();
+    if (language != spoken)
+        vesk::use_language(language);
+    spoken = language;
+}
+
 void ScreenTest::open()
 {
     if (!panel_)
         panel_ = std::make_unique<vesk::Panel>(toolkit());
+    speak_language();
     gadget_ = std::make_unique<vesk::Gadget>(*panel_, vesk::Gadget::Module{UG_MODULE_INIT, UG_MODULE_EXIT});
     gadget_->start();
     panel_->settle();
