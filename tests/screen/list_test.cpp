@@ -1,56 +1,437 @@
 /* The main screen: rows, buttons and the focus between them. */
 
+#include <array>
+
+#include <dlog.h>
 #include <gmock/gmock.h>
 
+#include "canvas_parts.h"
+#include "desktop/port_failures.h"
 #include "screen_test.h"
+#include "ug/device_list_screen.h"
+#include "ug/edit_mode.h"
+#include "ug/rows.h"
 #include "vesk/device_table.h"
 
 using testing::ElementsAre;
 
 namespace {
 
-struct ListTest : ScreenTest {};
+struct ListTest : ScreenTest {
+    std::string text(const Evas_Object *widget, const char *part = nullptr)
+    {
+        const char *text = elm_object_part_text_get(widget, part);
+        return text ? text : "";
+    }
+};
 
 TEST_F(ListTest, ShowsEachDeviceWithNameAndStatusAllowedOnesFirst)
 {
     register_devices({phone("Denied", false), phone("Allowed")});
     open();
     EXPECT_THAT(texts(app()->genlist), ElementsAre("\u200eAllowed\u200e", "\u200eDenied\u200e"));
+    EXPECT_THAT(texts(app()->genlist, "elm.text.1"), ElementsAre("Allowed", "Denied"));
 }
 
-TEST_F(ListTest, RightLeadsToTheFirstButtonAndLeftBackToTheRow)
-{
-    register_devices(phones(5));
-    open();
-    press({"Down", "Down"});
-    EXPECT_EQ(focused_row(), 2);
-    press("Right");
-    EXPECT_EQ(focused(), app()->edit_button);
-    press("Left");
-    EXPECT_EQ(focused(), app()->genlist);
-    EXPECT_EQ(focused_row(), 2);
-}
-
-TEST_F(ListTest, ScrollsRoundAtItsEnds)
-{
-    for (int count : {2, 50}) {
-        register_devices(phones(count));
-        open();
-        ASSERT_EQ(device_count, count);
-        press("Up");
-        EXPECT_EQ(focused_row(), count - 1);
-        press("Down");
-        EXPECT_EQ(focused_row(), 0);
-        close();
-    }
-}
-
-TEST_F(ListTest, BackClosesTheModule)
+TEST_F(ListTest, HasTitleAndTwoButtonsInTheStylesOfTheTelevision)
 {
     register_devices(phones(1));
     open();
-    press("XF86Back");
+    EXPECT_STREQ(elm_object_style_get(app()->base), "C_PopupBasic_WhiteRight");
+    EXPECT_EQ(elm_popup_orient_get(app()->base), ELM_POPUP_ORIENT_CENTER);
+    EXPECT_EQ(text(app()->base, "title,text"), "Device list");
+    EXPECT_EQ(elm_object_part_content_get(app()->base, "button1"), app()->edit_button);
+    EXPECT_EQ(elm_object_part_content_get(app()->base, "button2"), app()->close_button);
+    EXPECT_EQ(text(app()->edit_button), "Edit");
+    EXPECT_EQ(text(app()->close_button), "Close");
+    for (const Evas_Object *button : {app()->edit_button, app()->close_button})
+        EXPECT_STREQ(elm_object_style_get(button), "C_ButtonBasic_WhiteText");
+    EXPECT_FALSE(app()->noitem_label);
+    EXPECT_EQ(logged("[VESKAUTOTC][DELETEALL]"), 0);
+}
+
+TEST_F(ListTest, SelectsARowAgainAndLogsTheFirstOneAtErrorLevel)
+{
+    register_devices(phones(1));
+    open();
+    EXPECT_EQ(elm_genlist_select_mode_get(app()->genlist), ELM_OBJECT_SELECT_MODE_ALWAYS);
+    EXPECT_TRUE(elm_object_scroll_item_loop_enabled_get(app()->genlist));
+    std::vector<std::string> errors;
+    for (const LogLine &line : log()) {
+        if (line.priority == DLOG_ERROR)
+            errors.push_back(line.function + ": " + line.message);
+    }
+    EXPECT_THAT(errors, ElementsAre(testing::MatchesRegex("create_genlist: first_item.0x[0-9a-f]+.\n")));
+}
+
+/* --- The focus, with few rows and with many --- */
+
+struct FocusTest : ListTest, testing::WithParamInterface<int> {
+    void SetUp() override
+    {
+        register_devices(phones(GetParam()));
+        open();
+        ASSERT_EQ(device_count, GetParam());
+    }
+};
+
+TEST_P(FocusTest, BeginsOnTheFirstRow)
+{
+    EXPECT_EQ(focused(), app()->genlist);
+    EXPECT_EQ(focused_row(), 0);
+    press("Left");
+    EXPECT_EQ(focused_row(), 0) << "nothing stands on that side";
+}
+
+TEST_P(FocusTest, RightLeadsFromAnyRowToTheFirstButtonAndLeftBackToTheRow)
+{
+    for (int from : {0, 1, GetParam() / 2, GetParam() - 1}) {
+        if (from >= GetParam())
+            continue;
+        while (focused_row() != from)
+            press("Down");
+        press("Right");
+        EXPECT_EQ(focused(), app()->edit_button);
+        press("Left");
+        EXPECT_EQ(focused(), app()->genlist);
+        EXPECT_EQ(focused_row(), from);
+    }
+}
+
+TEST_P(FocusTest, UpAndDownGoBetweenTheButtonsAndNoFurther)
+{
+    press({"Right", "Down"});
+    EXPECT_EQ(focused(), app()->close_button);
+    press("Up");
+    EXPECT_EQ(focused(), app()->edit_button);
+    press("Down");
+    press("Left");
+    EXPECT_EQ(focused(), app()->genlist);
+    EXPECT_EQ(focused_row(), 0);
+}
+
+TEST_P(FocusTest, ScrollsRoundAtItsEnds)
+{
+    press("Up");
+    EXPECT_EQ(focused(), app()->genlist);
+    EXPECT_EQ(focused_row(), GetParam() - 1);
+    press("Down");
+    EXPECT_EQ(focused_row(), 0);
+    for (int i = 0; i < GetParam(); ++i)
+        press("Down");
+    EXPECT_EQ(focused_row(), 0) << "once round";
+}
+
+TEST_P(FocusTest, ShowsTheFocusedRowWholly)
+{
+    for (const char *key : {"Up", "Up", "Down", "Down"}) {
+        press(key);
+        const Eina_Rectangle list = area(app()->genlist);
+        const Eina_Rectangle row = row_area(elm_object_focused_item_get(app()->genlist));
+        EXPECT_EQ(row.h, 80);
+        EXPECT_GE(row.y, list.y);
+        EXPECT_LE(row.y + row.h, list.y + list.h);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, FocusTest, testing::Values(1, 2, 6, 7, 50));
+
+/* --- The number of devices --- */
+
+TEST_F(ListTest, ShowsTheFirstFiftyOfFiftyOneDevices)
+{
+    register_devices(phones(51));
+    open();
+    EXPECT_EQ(elm_genlist_items_count(app()->genlist), 50U);
+    EXPECT_EQ(logged("\tTABLE FULL"), 1);
+    press("Up");
+    EXPECT_EQ(texts(app()->genlist).back(), "\u200ePhone 50\u200e");
+}
+
+struct EmptyListTest : ListTest {
+    void SetUp() override { register_devices({}); }
+};
+
+TEST_F(EmptyListTest, SaysSoInTheMiddleOfThePopup)
+{
+    open();
+    EXPECT_EQ(elm_genlist_items_count(app()->genlist), 0U);
+    ASSERT_TRUE(app()->noitem_label);
+    EXPECT_EQ(elm_object_content_get(app()->base), app()->noitem_label);
+    EXPECT_STREQ(elm_object_style_get(app()->noitem_label), "C_TextItem_WhiteSingleline01");
+    EXPECT_EQ(text(app()->noitem_label),
+              "<align=center><font=CorvaneSans_400:style=Regular font_size=34>No devices registered</font/></align>");
+    EXPECT_FALSE(elm_object_focus_allow_get(app()->noitem_label));
+    EXPECT_EQ(logged("[VESK] Table is empty"), 1);
+    EXPECT_EQ(logged("[VESKAUTOTC][DELETEALL]"), 1);
+}
+
+TEST_F(EmptyListTest, LeavesTheFocusOnTheCloseButton)
+{
+    open();
+    EXPECT_EQ(focused(), app()->close_button);
+    EXPECT_FALSE(elm_object_focus_allow_get(app()->edit_button));
+    for (const char *key : {"Up", "Left", "Right", "Down"}) {
+        press(key);
+        EXPECT_EQ(focused(), app()->close_button) << key;
+    }
+    press("Return");
     EXPECT_TRUE(closed_itself());
+}
+
+TEST_F(EmptyListTest, DimsTheEditButton)
+{
+    open();
+    const std::vector<Evas_Object *> button = drawings(app()->edit_button, "elm/button/base/C_ButtonBasic_WhiteText");
+    ASSERT_EQ(button.size(), 1U);
+    press("Left");
+    const std::vector<Evas_Object *> close = drawings(app()->close_button, "elm/button/base/C_ButtonBasic_WhiteText");
+    ASSERT_EQ(close.size(), 1U);
+    EXPECT_NE(state_of(button[0], "elm.text"), state_of(close[0], "elm.text"));
+}
+
+TEST_F(EmptyListTest, OffABoardTheEditButtonStillAnswers)
+{
+    open();
+    evas_object_smart_callback_call(app()->edit_button, "clicked", nullptr);
+    EXPECT_EQ(logged("Disabled Edit Button in case of Empty Device List"), 1);
+}
+
+TEST_F(EmptyListTest, OnABoardTheEditButtonHasNoHandlerAtAll)
+{
+    use_product("board");
+    open();
+    evas_object_smart_callback_call(app()->edit_button, "clicked", nullptr);
+    EXPECT_EQ(logged("Disabled Edit Button in case of Empty Device List"), 0);
+}
+
+TEST_F(EmptyListTest, IsWhatAFailingServiceLeaves)
+{
+    register_devices(phones(3));
+    vesk_port::set_failures("rdm_get_list=-5");
+    open();
+    EXPECT_EQ(logged("[VESK] RDM List read fail"), 1);
+    EXPECT_TRUE(app()->noitem_label);
+    EXPECT_EQ(focused(), app()->close_button);
+}
+
+/* --- Leaving --- */
+
+struct LeavingTest : ListTest, testing::WithParamInterface<const char *> {};
+
+TEST_P(LeavingTest, TheKeyClosesTheModule)
+{
+    register_devices(phones(1));
+    open();
+    press(GetParam());
+    EXPECT_TRUE(closed_itself());
+    EXPECT_EQ(logged("VESK EXIT"), 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Keys, LeavingTest,
+                         testing::Values("XF86Back", "XF86Close", "XF86BackX", "XF86CloseButton"));
+
+TEST_F(ListTest, ShorterAndOtherKeysLeaveTheModuleOpen)
+{
+    register_devices(phones(2));
+    open();
+    press({"XF86Bac", "Back", "XF86", "a", "xf86back"});
+    EXPECT_FALSE(panel().run_until([this] { return !running(); }, 100));
+    EXPECT_EQ(focused_row(), 0);
+}
+
+TEST_F(ListTest, TheCloseButtonClosesTheModule)
+{
+    register_devices(phones(2));
+    open();
+    press({"Right", "Down", "Return"});
+    EXPECT_TRUE(closed_itself());
+
+    open();
+    tap(app()->close_button);
+    EXPECT_TRUE(closed_itself());
+}
+
+TEST_F(ListTest, ATouchBesideThePopupMeansNothingOnATelevision)
+{
+    register_devices(phones(2));
+    open();
+    panel().tap(5, 5);
+    EXPECT_FALSE(panel().run_until([this] { return !running(); }, 100));
+}
+
+/* --- Interactive boards --- */
+
+struct BoardTest : ListTest {
+    void SetUp() override
+    {
+        use_product("board");
+        register_devices(phones(3));
+    }
+};
+
+TEST_F(BoardTest, ATouchBesideThePopupClosesTheModule)
+{
+    open();
+    panel().tap(5, 5);
+    EXPECT_TRUE(closed_itself());
+}
+
+TEST_F(BoardTest, ATouchOnThePopupDoesNot)
+{
+    open();
+    const Eina_Rectangle list = area(app()->genlist);
+    panel().tap(list.x + 20, list.y - 30);
+    EXPECT_FALSE(panel().run_until([this] { return !running(); }, 100));
+}
+
+TEST_F(BoardTest, ButtonsHaveIcons)
+{
+    open();
+    EXPECT_STREQ(elm_icon_standard_get(app()->edit_icon), "i_edit");
+    EXPECT_STREQ(elm_icon_standard_get(app()->close_icon), "i_close_cancel");
+    for (Evas_Object *icon : {app()->edit_icon, app()->close_icon}) {
+        EXPECT_TRUE(evas_object_visible_get(icon));
+        EXPECT_GT(area(icon).w, 8);
+        EXPECT_GT(area(icon).h, 8);
+    }
+}
+
+TEST_F(ListTest, ButtonsHaveNoIconsOffABoard)
+{
+    register_devices(phones(3));
+    open();
+    EXPECT_FALSE(app()->edit_icon);
+    EXPECT_FALSE(app()->close_icon);
+}
+
+TEST_F(BoardTest, TheEditButtonBeginsEditMode)
+{
+    open();
+    press({"Right", "Return"});
+    EXPECT_TRUE(b_edit_status);
+}
+
+TEST_F(BoardTest, TurnedRowsAreCompact)
+{
+    set("orientation", "portrait");
+    open();
+    EXPECT_EQ(row_area(row(app()->genlist, 0)).h, 45);
+}
+
+/* --- Sizes --- */
+
+struct Size {
+    int width;
+    int height;
+    bool operator==(const Size &) const = default;
+};
+
+std::ostream &operator<<(std::ostream &out, const Size &size)
+{
+    return out << size.width << " x " << size.height;
+}
+
+struct SizeTest : ListTest {
+    double scale_before = elm_config_scale_get();
+
+    ~SizeTest() override { elm_config_scale_set(scale_before); }
+
+    Size minimum_of(const Evas_Object *rect)
+    {
+        Size size{};
+        evas_object_size_hint_min_get(rect, &size.width, &size.height);
+        return size;
+    }
+
+    /* What a list of the design size gets when the screen's code wraps it: it scales the size, and the wrapper does so
+       once more. */
+    Size wrapped(double factor, bool main = true)
+    {
+        elm_config_scale_set(factor * elm_app_base_scale_get());
+        Evas_Object *list = elm_genlist_add(app()->base);
+        const int width = static_cast<int>(820 * factor + 0.5);
+        const int height = static_cast<int>(491 * factor + 0.5);
+        Evas_Object *wrapper = widget_min_set(list, app()->base, width, height, main);
+        const Size size = minimum_of(main ? app()->list_rect : app()->action_rect);
+        evas_object_del(wrapper);
+        return size;
+    }
+};
+
+TEST_F(SizeTest, TheListIsAsLargeAsDesigned)
+{
+    register_devices(phones(1));
+    open();
+    EXPECT_EQ(minimum_of(app()->list_rect), (Size{820, 491}));
+    EXPECT_EQ(area(app()->genlist).w, 820);
+    EXPECT_EQ(area(app()->genlist).h, 491);
+    EXPECT_EQ(area(app()->genlist).x, 720);
+}
+
+TEST_F(SizeTest, IsScaledTwice)
+{
+    register_devices(phones(1));
+    open();
+    EXPECT_EQ(wrapped(2.0), (Size{3280, 1964}));
+    EXPECT_EQ(wrapped(0.5), (Size{205, 123}));
+    EXPECT_EQ(wrapped(1.0, false), (Size{820, 491}));
+}
+
+TEST_F(SizeTest, IsCompactOnATurnedBoardOnly)
+{
+    register_devices(phones(1));
+    set("orientation", "portrait");
+    open();
+    EXPECT_EQ(minimum_of(app()->list_rect), (Size{820, 491}));
+    close();
+
+    use_product("board");
+    open();
+    EXPECT_EQ(minimum_of(app()->list_rect), (Size{461, 276}));
+    EXPECT_EQ(wrapped(1.0), (Size{461, 276}));
+    /* 1640 and 982 times nine sixteenths are 922 and 552. */
+    EXPECT_EQ(wrapped(2.0), (Size{1844, 1104}));
+}
+
+TEST_F(SizeTest, TheMainListsRectangleIsAFaintBlackAndTheOtherHidden)
+{
+    register_devices(phones(1));
+    open();
+    int red = -1;
+    int green = -1;
+    int blue = -1;
+    int alpha = -1;
+    evas_object_color_get(app()->list_rect, &red, &green, &blue, &alpha);
+    EXPECT_THAT((std::array{red, green, blue, alpha}), ElementsAre(0, 0, 0, 10));
+    EXPECT_TRUE(evas_object_visible_get(app()->list_rect));
+
+    Evas_Object *wrapper = widget_min_set(elm_genlist_add(app()->base), app()->base, 10, 10, false);
+    EXPECT_FALSE(evas_object_visible_get(app()->action_rect));
+    evas_object_del(wrapper);
+}
+
+/* --- Marks for deletion --- */
+
+TEST_F(ListTest, AMarkedRowShowsItsCheckBoxOnAgainAfterScrollingOutAndIn)
+{
+    register_devices(phones(50));
+    open();
+    press({"Right", "Return"});
+    ASSERT_TRUE(b_edit_status);
+    press("Return");
+    ASSERT_TRUE(b_remove_status[0]);
+    for (int i = 0; i < 25; ++i)
+        press("Down");
+    ASSERT_FALSE(check_of_item(row(app()->genlist, 0))) << "the row is still on the screen's canvas";
+    press("Right");
+    press("Left");
+    for (int i = 0; i < 25; ++i)
+        press("Up");
+    ASSERT_EQ(focused_row(), 0);
+    ASSERT_TRUE(check_of_item(row(app()->genlist, 0)));
+    EXPECT_TRUE(elm_check_state_get(check_of_item(row(app()->genlist, 0))));
+    EXPECT_FALSE(elm_check_state_get(check_of_item(row(app()->genlist, 1))));
 }
 
 } // namespace
