@@ -47,6 +47,9 @@ void try_again();
 void focus_asked(Evas_Object *object, bool focus);
 void row_asked(Elm_Object_Item *row, bool focus);
 
+/* `object` may not have the focus any more. */
+void focus_forbidden(Evas_Object *object);
+
 /* --- Widgets (bends_widgets.cpp) --- */
 
 bool is_list(const Evas_Object *object);

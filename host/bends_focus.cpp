@@ -86,6 +86,14 @@ void give_keys(Evas_Object *widget)
         evas_object_focus_set(widget, EINA_TRUE);
 }
 
+/* With the focus forbidden to everything the keys reach nobody, though the popup is to hear them. To see it: press a
+   key while the toast is up. */
+void hear_keys()
+{
+    if (!takes_keys(scope()))
+        evas_object_focus_set(scope(), EINA_TRUE);
+}
+
 /* A list that has lost the focus to a button or to a popup keeps a row that looks focused, so that two things do. To
    see it: press Right on a row. */
 void show_row_focus(Evas_Object *list, bool has_focus)
@@ -139,6 +147,14 @@ void row_asked(Elm_Object_Item *row, bool focus)
     tries = 0;
 }
 
+/* A widget that is forbidden the focus while it has it is not told that it has lost it, and looks focused for good. To
+   see it: delete a device, and look at the buttons while the toast is up. */
+void focus_forbidden(Evas_Object *object)
+{
+    if (!is_list(object))
+        elm_object_signal_emit(object, "elm,action,unfocus", "elm");
+}
+
 void try_again()
 {
     tries = 0;
@@ -169,6 +185,8 @@ void keep_focus()
     if (!may_focus(focused)) {
         if (auto *place = place_for_focus())
             elm_object_focus_set(place, EINA_TRUE);
+        else
+            hear_keys();
         return;
     }
     if (!takes_keys(focused)) {

@@ -90,6 +90,14 @@ void elm_object_focus_set(Evas_Object *object, Eina_Bool focus)
     PASS_ON(elm_object_focus_set, object, focus);
 }
 
+void elm_object_focus_allow_set(Evas_Object *object, Eina_Bool allow)
+{
+    static const auto next = behind(&elm_object_focus_allow_set, "elm_object_focus_allow_set");
+    next(object, allow);
+    if (!allow)
+        vesk::bends::focus_forbidden(object);
+}
+
 void elm_object_item_focus_set(Elm_Object_Item *item, Eina_Bool focus)
 {
     vesk::bends::row_asked(item, focus);

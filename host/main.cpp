@@ -20,9 +20,6 @@ namespace {
 
 using namespace vesk;
 
-constexpr char kKeysLine[] =
-    "Keys: arrows, Enter to choose, Esc or Backspace for Back, F4 for Close. The pointer is the touch.";
-
 /* Without an option the terminal tells what a user can do something about: the port's own sentences. */
 void tell_on_terminal(int priority, const std::string &tag, const std::string &text)
 {
@@ -133,7 +130,7 @@ void play(const Options &options)
         take_picture(panel, options);
         return;
     }
-    std::puts(kKeysLine);
+    std::puts(remote_keys_line);
     connect_keyboard(panel);
     toolkit.run_until(over);
 }

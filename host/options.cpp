@@ -1,6 +1,8 @@
 #include "options.h"
 
+#include <charconv>
 #include <sstream>
+#include <stdexcept>
 
 #include <CLI/CLI.hpp>
 
@@ -32,6 +34,15 @@ template <class Read> CLI::Validator readable(Read read)
             }
         },
         "");
+}
+
+void check_scale(const std::string &text)
+{
+    double scale = 0.0;
+    const auto *end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, scale);
+    if (result.ec != std::errc() || result.ptr != end || scale < 0.5 || scale > 2.0)
+        throw std::runtime_error("\"" + text + "\" is no scale; use a number from 0.5 to 2.");
 }
 
 std::vector<std::string> words_of(const std::string &text)
@@ -68,8 +79,8 @@ std::optional<Options> read_options(int argc, char **argv, int &exit_code)
     program.add_flag("--screen-reader", options.screen_reader, "speaks what has the focus");
     program.add_option("--transcript", options.transcript, "spoken texts into a file")->type_name("FILE");
     program.add_option("--scale", options.scale, "magnification of the texts, 0.5 to 2")
-        ->type_name("N")
-        ->check(CLI::Range(0.5, 2.0));
+        ->check(readable(check_scale))
+        ->type_name("N");
     program.add_option("--devices", options.devices, "device database, instead of the user's")->type_name("FILE");
     program.add_option("--log", options.log, "log file; without one, the terminal")->type_name("FILE");
     program.add_option("--log-level", log_level, "info, warning, error or off")
@@ -85,6 +96,8 @@ std::optional<Options> read_options(int argc, char **argv, int &exit_code)
     program.add_flag("--no-display", no_display, "draws off-screen, writes the picture and ends");
     program.add_flag("--no-animations", no_animations, "nothing moves");
     program.add_option("--module", options.module, "module to run, instead of the built one")->type_name("FILE");
+
+    program.footer(remote_keys_line);
 
     try {
         program.parse(argc, argv);
