@@ -90,6 +90,7 @@ template <typename Key> int answer_text(const std::map<Key, Answer<const char *>
 
 void put(char *field, size_t size, const std::string &text)
 {
+    memset(field, 0, size);
     memcpy(field, text.data(), std::min(size, text.size()));
 }
 
@@ -118,11 +119,14 @@ std::vector<std::string> lines()
 RdmDeviceInfo device(const std::string &name, const std::string &bluetooth, const std::string &wifi,
                      const std::string &p2p, int status)
 {
-    RdmDeviceInfo info{};
+    RdmDeviceInfo info;
+    memset(&info, '?', sizeof info);
     put(info.name, sizeof info.name, name);
     put(info.bt_mac, sizeof info.bt_mac, bluetooth);
     put(info.wifi_mac, sizeof info.wifi_mac, wifi);
     put(info.p2p_mac, sizeof info.p2p_mac, p2p);
+    info.type = 0;
+    info.icon = 0;
     info.status = status;
     return info;
 }

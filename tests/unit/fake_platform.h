@@ -81,7 +81,8 @@ void reset();
 std::vector<std::string> calls();
 std::vector<std::string> lines();
 
-/* A record of the registered-device service; every text is cut at the end of its field. */
+/* A record of the registered-device service; every text is cut at the end of its field, and between and behind the
+ * fields is rubbish. */
 RdmDeviceInfo device(const std::string &name, const std::string &bluetooth, const std::string &wifi = "",
                      const std::string &p2p = "", int status = 0);
 
