@@ -1,0 +1,528 @@
+/* The action drop-down: its choices, what they do, and its keys and touches. */
+
+#include <gmock/gmock.h>
+
+#include <dlog.h>
+
+#include "desktop/port_failures.h"
+#include "dropdown_fixture.h"
+#include "refusing_toolkit.h"
+#include "ug/action_popup.h"
+#include "ug/edit_mode.h"
+#include "vesk/device_table.h"
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+
+namespace {
+
+struct DropdownTest : DropdownFixture {
+    /* Two allowed phones and a denied one, at row 2. */
+    void SetUp() override
+    {
+        register_devices({phone("First"), phone("Second"), phone("Barred", false)});
+        open();
+        forget();
+    }
+
+    ~DropdownTest() override
+    {
+        refuse_row_classes = false;
+        refuse_row = -1;
+    }
+
+    std::string dimming()
+    {
+        const std::vector<Evas_Object *> base = drawings(app()->base, "elm/popup/base/C_PopupBasic_WhiteRight");
+        return base.size() == 1 ? state_of(base[0], "dim") : "no drawing";
+    }
+
+    int priority_of(const std::string &message) const
+    {
+        for (const LogLine &line : log()) {
+            if (line.message == message)
+                return line.priority;
+        }
+        return -1;
+    }
+
+    void expect_closed_with_the_list_focused(int row)
+    {
+        EXPECT_FALSE(dropdown_open());
+        EXPECT_EQ(focused(), app()->genlist);
+        EXPECT_EQ(focused_row(), row);
+        EXPECT_EQ(dimming(), "default");
+    }
+};
+
+/* --- Opening --- */
+
+TEST_F(DropdownTest, OffersThreeChoicesForAnAllowedDeviceWithAllowPreselected)
+{
+    open_dropdown(1);
+    ASSERT_EQ(dropdowns(), std::vector{app()->action_popup});
+    EXPECT_THAT(texts(app()->action_genlist), ElementsAre("Allow", "Deny", "View details"));
+    EXPECT_EQ(pItem, choice(0));
+    EXPECT_EQ(g_subpopup_index, 0);
+    EXPECT_TRUE(elm_genlist_item_selected_get(choice(0)));
+    EXPECT_EQ(focused_choice(), 0);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_FALSE(elm_object_item_disabled_get(choice(i))) << i;
+}
+
+TEST_F(DropdownTest, PreselectsDenyForADeniedDeviceAndDisablesItsDetails)
+{
+    open_dropdown(2);
+    EXPECT_EQ(pItem, choice(1));
+    EXPECT_EQ(g_subpopup_index, 1);
+    EXPECT_TRUE(elm_genlist_item_selected_get(choice(1)));
+    EXPECT_EQ(focused_choice(), 1);
+    EXPECT_FALSE(elm_object_item_disabled_get(choice(0)));
+    EXPECT_FALSE(elm_object_item_disabled_get(choice(1)));
+    EXPECT_TRUE(elm_object_item_disabled_get(choice(2)));
+}
+
+TEST_F(DropdownTest, HasTheStylesOfTheTelevisionAndDimsWhatIsBehind)
+{
+    EXPECT_EQ(dimming(), "default");
+    open_dropdown();
+    EXPECT_STREQ(elm_object_style_get(app()->action_popup), "C_ListDropdown_White");
+    EXPECT_STREQ(elm_object_style_get(app()->action_genlist), "C_ListDropdown_White");
+    EXPECT_TRUE(elm_object_scroll_item_loop_enabled_get(app()->action_genlist));
+    EXPECT_EQ(elm_genlist_select_mode_get(app()->action_genlist), ELM_OBJECT_SELECT_MODE_ALWAYS);
+    EXPECT_EQ(dimming(), "percent,20");
+    EXPECT_EQ(drawings(app()->action_popup, "elm/popup/base/C_ListDropdown_White").size(), 1U);
+}
+
+TEST_F(DropdownTest, OpensByATapOnARow)
+{
+    const Eina_Rectangle place = row_area(row(app()->genlist, 2));
+    panel().tap(place.x + place.w / 2, place.y + place.h / 2);
+    ASSERT_TRUE(dropdown_open());
+    EXPECT_EQ(focused_choice(), 1) << "the denied phone's";
+}
+
+TEST_F(DropdownTest, ArrowsGoRoundInItsChoicesAndDoNotLeaveIt)
+{
+    open_dropdown();
+    for (const int expected : {1, 2, 0, 1}) {
+        press("Down");
+        EXPECT_EQ(focused_choice(), expected);
+    }
+    for (const int expected : {0, 2, 1}) {
+        press("Up");
+        EXPECT_EQ(focused_choice(), expected);
+    }
+    press({"Left", "Right", "Right"});
+    EXPECT_EQ(focused_choice(), 1);
+}
+
+TEST_F(DropdownTest, ArrowsPassOverTheDisabledDetails)
+{
+    open_dropdown(2);
+    press("Down");
+    EXPECT_EQ(focused_choice(), 0);
+    press("Up");
+    EXPECT_EQ(focused_choice(), 1);
+}
+
+TEST_F(DropdownTest, WithoutASelectedRowThereIsNothingToActOn)
+{
+    _create_popup(app(), app()->genlist, nullptr);
+    EXPECT_EQ(priority_of("no row is selected"), DLOG_WARN);
+    EXPECT_FALSE(dropdown_open());
+    EXPECT_EQ(dimming(), "default");
+    EXPECT_EQ(focused_row(), 0);
+}
+
+/* --- Choices --- */
+
+TEST_F(DropdownTest, AllowIsWrittenToTheServiceAndTheListFollows)
+{
+    open_dropdown(2);
+    press({"Up", "Return"});
+    EXPECT_EQ(status_of("Barred"), 0);
+    EXPECT_EQ(logged("[VESKAUTOTC][ALLOW]"), 1);
+    EXPECT_EQ(logged("ListRefreshed [3]"), 1);
+    EXPECT_EQ(selected_item_index, 2);
+    EXPECT_THAT(listed(), ElementsAre(Pair("\u200eFirst\u200e", true), Pair("\u200eSecond\u200e", true),
+                                      Pair("\u200eBarred\u200e", true)));
+    expect_closed_with_the_list_focused(0);
+    press("Down");
+    EXPECT_EQ(focused_row(), 1);
+}
+
+TEST_F(DropdownTest, DenyIsWrittenToTheServiceAndTheListFollows)
+{
+    open_dropdown(0);
+    press({"Down", "Return"});
+    EXPECT_EQ(status_of("First"), 1);
+    EXPECT_EQ(logged("[VESKAUTOTC][DENY]"), 1);
+    EXPECT_EQ(logged("ListRefreshed [3]"), 1);
+    EXPECT_EQ(listed()[0], (std::pair<std::string, bool>{"\u200eSecond\u200e", true}));
+    expect_closed_with_the_list_focused(0);
+}
+
+TEST_F(DropdownTest, TheListStaysAsItIsUntilTheServiceReports)
+{
+    open_dropdown(0);
+    panel().key_down("Down");
+    panel().settle();
+    panel().key_up("Down");
+    panel().key_down("Return");
+    EXPECT_EQ(status_of("First"), 1);
+    EXPECT_EQ(logged("[VESKAUTOTC][DENY]"), 1);
+    EXPECT_EQ(logged("ListRefreshed [3]"), 0);
+    EXPECT_EQ(listed()[0], (std::pair<std::string, bool>{"\u200eFirst\u200e", true}));
+    panel().key_up("Return");
+    EXPECT_TRUE(wait_for("ListRefreshed [3]"));
+}
+
+TEST_F(DropdownTest, TheStateThatADeviceHasAlreadyChangesNothing)
+{
+    const std::vector<vesk_port::Device> before = registered();
+    for (const int row : {1, 2}) {
+        open_dropdown(row);
+        press("Return");
+        expect_closed_with_the_list_focused(row);
+        EXPECT_FALSE(b_popup_expanded);
+        EXPECT_EQ(selected_item_index, row);
+    }
+    EXPECT_EQ(registered(), before);
+    EXPECT_EQ(logged("ListRefreshed [3]"), 0);
+    EXPECT_EQ(logged("[VESKAUTOTC][ALLOW]") + logged("[VESKAUTOTC][DENY]"), 0);
+    press("Up");
+    EXPECT_EQ(focused_row(), 1);
+}
+
+TEST_F(DropdownTest, ViewDetailsOpensThem)
+{
+    open_dropdown(1);
+    press({"Up", "Return"});
+    EXPECT_FALSE(dropdown_open());
+    EXPECT_TRUE(app()->detail_popup);
+    EXPECT_FALSE(elm_object_focus_allow_get(app()->genlist));
+    EXPECT_FALSE(elm_object_focus_allow_get(app()->close_button));
+    EXPECT_FALSE(b_popup_expanded);
+    EXPECT_EQ(selected_item_index, 1);
+}
+
+TEST_F(DropdownTest, AnotherKeyIsOnlyLogged)
+{
+    open_dropdown();
+    forget();
+    press("a");
+    EXPECT_EQ(logged("another button pressed"), 1);
+    EXPECT_EQ(logged("Key[a]"), 2) << "by the list and by the popup";
+    EXPECT_TRUE(dropdown_open());
+    press("ReturnX");
+    EXPECT_TRUE(dropdown_open()) << "Return is compared whole";
+}
+
+TEST_F(DropdownTest, AServiceThatRefusesLeavesNoMarkAndTheListAsItIs)
+{
+    open_dropdown();
+    vesk_port::set_failures("rdm_set_status=-13");
+    press({"Down", "Return"});
+    EXPECT_EQ(status_of("First"), 0);
+    EXPECT_EQ(logged("[VESKAUTOTC][DENY]"), 0);
+    EXPECT_EQ(logged("ListRefreshed [3]"), 0);
+    expect_closed_with_the_list_focused(0);
+    press("Down");
+    EXPECT_EQ(focused_row(), 1) << "the user goes on";
+}
+
+/* --- Refusals and failures --- */
+
+TEST_F(DropdownTest, WithoutTheFocusOnAnyChoiceThePreselectedOneCounts)
+{
+    open_dropdown(2);
+    elm_object_item_focus_set(choice(1), EINA_FALSE);
+    g_subpopup_index = 0;
+    _item_selected(app());
+    EXPECT_EQ(status_of("Barred"), 0);
+}
+
+TEST_F(DropdownTest, AWrongIndexIsLoggedAndDoesNothing)
+{
+    const std::vector<vesk_port::Device> before = registered();
+    open_dropdown();
+    elm_object_item_focus_set(choice(0), EINA_FALSE);
+    g_subpopup_index = 7;
+    _item_selected(app());
+    EXPECT_EQ(priority_of("Wrong index [7]"), DLOG_WARN);
+    panel().settle();
+    EXPECT_FALSE(dropdown_open());
+    EXPECT_EQ(registered(), before);
+    press("Down");
+    EXPECT_EQ(focused_row(), 1) << "the user goes on";
+}
+
+TEST_F(DropdownTest, AMissingKeyEventIsAnError)
+{
+    open_dropdown();
+    _item_selected_cb(app(), panel().canvas(), app()->action_genlist, nullptr);
+    EXPECT_EQ(priority_of("event null"), DLOG_ERROR);
+    Close_popup_On_returnKey(app(), panel().canvas(), app()->action_popup, nullptr);
+    EXPECT_TRUE(dropdown_open());
+}
+
+TEST_F(DropdownTest, WithoutARowClassItIsNotShownAndTheListStaysDimmed)
+{
+    refuse_row_classes = true;
+    open_dropdown();
+    EXPECT_EQ(priority_of("elm_genlist_item_class_new failed"), DLOG_WARN);
+    EXPECT_FALSE(dropdown_open());
+    EXPECT_EQ(dimming(), "percent,20");
+
+    /* The list has given its focus away; the arrows lead back to it. */
+    refuse_row_classes = false;
+    press({"Left", "Return"});
+    ASSERT_EQ(dropdowns().size(), 1U) << "the next one opens";
+    press("XF86Back");
+    expect_closed_with_the_list_focused(0);
+}
+
+TEST_F(DropdownTest, WithoutAThirdRowADeniedDevicesDropdownOpensAllTheSame)
+{
+    refuse_row = 2;
+    open_dropdown(2);
+    EXPECT_EQ(priority_of("View Details item is NULL in list"), DLOG_ERROR);
+    EXPECT_TRUE(dropdown_open());
+    EXPECT_EQ(focused_choice(), 1);
+}
+
+TEST_F(DropdownTest, AThirdRowIsMissedForADeniedDeviceOnly)
+{
+    refuse_row = 2;
+    open_dropdown(0);
+    EXPECT_EQ(logged("View Details item is NULL in list"), 0);
+}
+
+TEST_F(DropdownTest, AChoiceWithoutAnAccessObjectHasNoSpokenText)
+{
+    open_dropdown();
+    elm_config_access_set(EINA_TRUE);
+    elm_object_item_access_unregister(choice(0));
+    subpopupRealizedCb(app(), app()->action_genlist, choice(0));
+    EXPECT_EQ(priority_of("access object NULL"), DLOG_ERROR);
+    forget();
+    subpopupRealizedCb(app(), app()->action_genlist, nullptr);
+    EXPECT_THAT(log(), IsEmpty());
+    elm_config_access_set(EINA_FALSE);
+}
+
+TEST_F(DropdownTest, TextsOfOtherPartsAndPositionsAreEmpty)
+{
+    for (const intptr_t position : {-1, 0, 1, 2, 3}) {
+        char *text = _item_labell_get(reinterpret_cast<void *>(position), nullptr, "elm.text");
+        EXPECT_EQ(*text != '\0', position >= 0 && position <= 2) << position;
+        free(text);
+        text = _item_labell_get(reinterpret_cast<void *>(position), nullptr, "elm.text.1");
+        EXPECT_STREQ(text, "") << position;
+        free(text);
+    }
+}
+
+/* --- Dismissing --- */
+
+struct DismissTest : DropdownTest, testing::WithParamInterface<const char *> {};
+
+TEST_P(DismissTest, TheKeyClosesTheDropdownOnly)
+{
+    const std::vector<vesk_port::Device> before = registered();
+    open_dropdown(1);
+    press("Down");
+    press(GetParam());
+    expect_closed_with_the_list_focused(1);
+    EXPECT_FALSE(app()->action_popup);
+    EXPECT_FALSE(app()->action_genlist);
+    EXPECT_FALSE(b_subpopup_entered);
+    EXPECT_FALSE(elm_genlist_selected_item_get(app()->genlist));
+    EXPECT_EQ(registered(), before);
+    EXPECT_TRUE(running());
+    press("Down");
+    EXPECT_EQ(focused_row(), 2);
+}
+
+TEST_P(DismissTest, TheKeyIsSpokenWithTheChoiceOfTheCounter)
+{
+    open_dropdown(1);
+    subpopup_position = 1;
+    forget();
+    press(GetParam());
+    EXPECT_THAT(spoken(), ElementsAre("Deny"));
+    EXPECT_EQ(subpopup_position, 1);
+    EXPECT_EQ(logged(std::string("Key[") + GetParam() + "]"), 2);
+}
+
+INSTANTIATE_TEST_SUITE_P(Keys, DismissTest,
+                         testing::Values("XF86Back", "XF86Close", "XF86BackX", "XF86CloseWindow"));
+
+/* --- What is spoken --- */
+
+struct CounterCase {
+    int before;
+    const char *key;
+    int after;
+    const char *text;
+};
+
+struct CounterTest : DropdownTest, testing::WithParamInterface<CounterCase> {};
+
+TEST_P(CounterTest, TheChoiceOfTheCounterIsSpoken)
+{
+    open_dropdown();
+    subpopup_position = GetParam().before;
+    forget();
+    press(GetParam().key);
+    EXPECT_EQ(subpopup_position, GetParam().after);
+    EXPECT_THAT(spoken(), ElementsAre(GetParam().text));
+    EXPECT_TRUE(dropdown_open());
+}
+
+INSTANTIATE_TEST_SUITE_P(Keys, CounterTest,
+                         testing::Values(CounterCase{0, "Up", 2, "View details"}, CounterCase{1, "Up", 0, "Allow"},
+                                         CounterCase{2, "Up", 1, "Deny"}, CounterCase{0, "Down", 1, "Deny"},
+                                         CounterCase{1, "Down", 2, "View details"}, CounterCase{2, "Down", 0, "Allow"},
+                                         CounterCase{0, "UpX", 2, "View details"}, CounterCase{0, "DownX", 1, "Deny"},
+                                         CounterCase{-3, "Up", 2, "View details"}, CounterCase{9, "Down", 0, "Allow"},
+                                         CounterCase{1, "Left", 1, "Deny"}, CounterCase{0, "a", 0, "Allow"},
+                                         CounterCase{0, "U", 0, "Allow"}, CounterCase{0, "Dow", 0, "Allow"}));
+
+TEST_F(DropdownTest, TheCounterCountsThreeAlsoWhileTheThirdIsDisabled)
+{
+    open_dropdown(2);
+    subpopup_position = 1;
+    forget();
+    press("Down");
+    EXPECT_EQ(focused_choice(), 0);
+    EXPECT_THAT(spoken(), ElementsAre("View details"));
+}
+
+/* --- Interactive boards --- */
+
+struct BoardDropdownTest : DropdownTest {
+    void SetUp() override
+    {
+        use_product("board");
+        DropdownTest::SetUp();
+    }
+
+    void tap_choice(int position)
+    {
+        const Eina_Rectangle place = row_area(choice(position));
+        panel().tap(place.x + place.w / 2, place.y + place.h / 2);
+    }
+};
+
+TEST_F(BoardDropdownTest, ItsPreselectionArmsIt)
+{
+    EXPECT_FALSE(b_popup_expanded);
+    open_dropdown();
+    EXPECT_TRUE(dropdown_open());
+    EXPECT_EQ(logged("Item is not selected."), 1);
+    EXPECT_TRUE(b_popup_expanded);
+}
+
+TEST_F(BoardDropdownTest, ATapOnAChoiceRunsIt)
+{
+    open_dropdown();
+    tap_choice(1);
+    EXPECT_EQ(status_of("First"), 1);
+    EXPECT_EQ(logged("[VESKAUTOTC][DENY]"), 1);
+    expect_closed_with_the_list_focused(0);
+}
+
+TEST_F(BoardDropdownTest, ATapOnTheDisabledDetailsDoesNothing)
+{
+    open_dropdown(2);
+    tap_choice(2);
+    EXPECT_FALSE(app()->detail_popup);
+    EXPECT_EQ(status_of("Barred"), 1);
+    EXPECT_TRUE(dropdown_open());
+}
+
+TEST_F(BoardDropdownTest, ATouchOutsideRunsTheFocusedChoice)
+{
+    open_dropdown();
+    panel().tap(5, 5);
+    expect_closed_with_the_list_focused(0);
+    EXPECT_EQ(status_of("First"), 0) << "the preselected choice is the state it has";
+
+    open_dropdown();
+    press("Down");
+    panel().tap(5, 5);
+    EXPECT_EQ(status_of("First"), 1);
+    EXPECT_TRUE(running()) << "the touch was the drop-down's";
+}
+
+TEST_F(BoardDropdownTest, AFreshOneIsArmedByTheFirstTouchAndRunByTheSecond)
+{
+    open_dropdown();
+    press("Down");
+    b_popup_expanded = false;
+    forget();
+    panel().tap(5, 5);
+    EXPECT_EQ(logged("Item is not selected."), 1);
+    EXPECT_TRUE(b_popup_expanded);
+    EXPECT_TRUE(dropdown_open());
+    panel().tap(5, 5);
+    EXPECT_FALSE(dropdown_open());
+    EXPECT_EQ(status_of("First"), 1);
+}
+
+TEST_F(BoardDropdownTest, ReturnRunsTheFocusedChoice)
+{
+    open_dropdown();
+    press({"Down", "Return"});
+    EXPECT_EQ(status_of("First"), 1);
+    EXPECT_EQ(logged("another button pressed"), 0) << "the list has no key handler on a board";
+    expect_closed_with_the_list_focused(0);
+}
+
+TEST_F(BoardDropdownTest, SelectingAnotherRowRunsTheArmedOneFirst)
+{
+    open_dropdown();
+    press("Down");
+    forget();
+    elm_genlist_item_selected_set(row(app()->genlist, 1), EINA_TRUE);
+    EXPECT_EQ(logged("[VESKAUTOTC][DENY]"), 1);
+    panel().settle();
+    EXPECT_LE(dropdowns().size(), 1U);
+}
+
+TEST_F(BoardDropdownTest, OneThatAKeyHasClosedRunsNothingWhenTheNextOpens)
+{
+    open_dropdown(1);
+    press("XF86Back");
+    EXPECT_TRUE(b_popup_expanded) << "the flag stays behind";
+    forget();
+    press("Return");
+    EXPECT_EQ(dropdowns().size(), 1U);
+    EXPECT_EQ(focused_choice(), 0);
+    EXPECT_EQ(logged("[VESKAUTOTC][ALLOW]") + logged("[VESKAUTOTC][DENY]"), 0);
+}
+
+TEST_F(BoardDropdownTest, EditModeWaitsWhileItIsArmed)
+{
+    open_dropdown();
+    evas_object_smart_callback_call(app()->edit_button, "clicked", nullptr);
+    EXPECT_FALSE(b_edit_status);
+}
+
+TEST_F(BoardDropdownTest, ATouchOutsideMeansNothingOnATelevision)
+{
+    close();
+    use_product("television");
+    open();
+    open_dropdown();
+    press("Down");
+    panel().tap(5, 5);
+    EXPECT_TRUE(dropdown_open());
+    EXPECT_EQ(status_of("First"), 0);
+    EXPECT_FALSE(b_popup_expanded);
+}
+
+} // namespace
