@@ -23,10 +23,10 @@ TEST_F(SettingsTest, FiveLanguagesReadFromTheRight)
     const struct {
         const char *language;
         bool reverse;
-    } cases[] = {
-        {"ur_PK", true},  {"fa_IR.UTF-8", true}, {"ar_AE.UTF-8", true}, {"he_IL", true},   {"ckb_IQ@latin", true},
-        {"ar_SA", false}, {"ar", false},         {"AR_AE", false},      {" ar_AE", false}, {"en_US", false},
-        {"", false}};
+    } cases[] = {{"ur_PK", true},        {"fa_IR.UTF-8", true}, {"ar_AE.UTF-8", true}, {"he_IL", true},
+                 {"ckb_IQ@latin", true}, {"ar_SA", false},      {"ar", false},         {"AR_AE", false},
+                 {" ar_AE", false},      {"en_US", false},      {"", false},           {"ckb_IR", false},
+                 {"ckb", false},         {"ur_IN", false},      {"fa_AF", false},      {"he", false}};
     for (const auto &sample : cases) {
         fake::reset();
         gbReverse = false;

@@ -55,16 +55,17 @@ TEST_F(ActionTest, DeleteRemovesTheDeviceAndLeavesItsMarker)
 
 TEST_F(ActionTest, FailureOfTheServiceLeavesNoMarker)
 {
-    fake::platform().results["rdm_set_status"] = {-3, 4};
-    fake::platform().results["rdm_remove_device"] = {-3};
     const DeviceEntry entry = addressed("", kWifi, "");
-    for (const int action : {0, 1, 3})
-        vesk_set_device(&entry, action);
     const char *addresses = "I bBTmac[] bP2Pmac[] bWIFImac[11:11:11:11:11:11]";
-    EXPECT_THAT(fake::lines(), ElementsAre(addresses, addresses, addresses));
-    EXPECT_THAT(fake::calls(), ElementsAre("rdm_set_status(\"11:11:11:11:11:11\", 2, 0)",
-                                           "rdm_set_status(\"11:11:11:11:11:11\", 2, 1)",
-                                           "rdm_remove_device(\"11:11:11:11:11:11\", 2)"));
+    for (const int result : {-3, 4}) {
+        fake::reset();
+        fake::platform().results = {{"rdm_set_status", {result}}, {"rdm_remove_device", {result}}};
+        for (const int action : {0, 1, 3})
+            vesk_set_device(&entry, action);
+        EXPECT_THAT(fake::platform().chronicle, ElementsAre(addresses, "rdm_set_status(\"11:11:11:11:11:11\", 2, 0)",
+                                                            addresses, "rdm_set_status(\"11:11:11:11:11:11\", 2, 1)",
+                                                            addresses, "rdm_remove_device(\"11:11:11:11:11:11\", 2)"));
+    }
 }
 
 TEST_F(ActionTest, AddressesADeviceByItsFirstValidAddress)

@@ -78,6 +78,7 @@ TEST_F(ReadTest, PositiveResultIsAFailureToo)
 {
     fake::platform().results["rdm_get_list"] = {1};
     EXPECT_EQ(read(household(2)), 0);
+    EXPECT_EQ(fake::lines()[0], "E [VESK] RDM List read fail");
 }
 
 TEST_F(ReadTest, WritesEveryStepToTheLog)
