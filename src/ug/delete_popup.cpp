@@ -62,6 +62,9 @@ static Evas_Object *add_answer(AppData *app, const char *part, const char *id, E
 
 void _create_delete_popup(AppData *app)
 {
+    /* A second touch may come before the confirmation covers the button; one that is forgotten could not be closed. */
+    if (app->delete_popup)
+        return;
     b_delete_popup_entered = false;
     LOG_I("Enter");
     if (app->action_aux)
