@@ -1,9 +1,8 @@
 #include "veskctl.h"
 
-#include "desktop/port_error.h"
-
 #include <CLI/CLI.hpp>
 #include <cstdio>
+#include <exception>
 
 namespace {
 
@@ -19,9 +18,7 @@ constexpr const char *footer = "\nExamples:\n"
                                "  veskctl product use board\n"
                                "\nVESK_DEVICES, VESK_SETTINGS and VESK_PRODUCT name other files than the user's own.";
 
-} // namespace
-
-int main(int argc, char **argv)
+int run(int argc, char **argv)
 {
     CLI::App program("Registers devices, and changes settings and product of the television that vesk-host plays.",
                      "veskctl");
@@ -31,13 +28,21 @@ int main(int argc, char **argv)
     veskctl::add_setting_commands(program);
     veskctl::add_product_commands(program);
     program.footer(footer); /* last, since commands inherit it */
-
     try {
         program.parse(argc, argv);
         return 0;
     } catch (const CLI::ParseError &error) {
         return program.exit(error) == 0 ? 0 : exit_misused;
-    } catch (const vesk_port::PortError &error) {
+    }
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    try {
+        return run(argc, argv);
+    } catch (const std::exception &error) {
         std::fprintf(stderr, "veskctl: %s\n", error.what());
         return exit_failed;
     }

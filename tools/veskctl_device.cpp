@@ -9,7 +9,6 @@
 #include <cerrno>
 #include <glib.h>
 #include <optional>
-#include <regex>
 #include <string_view>
 
 namespace veskctl {
@@ -128,13 +127,14 @@ void check_device(const Device &device)
     if (device.name.size() > name_size)
         refuse("the name \"" + printable(device.name) + "\" has " + std::to_string(device.name.size()) +
                " bytes; at most " + std::to_string(name_size) + " fit.");
-    static const std::regex form("[0-9A-Fa-f]{2}([:-][0-9A-Fa-f]{2}){5}");
+    constexpr const char *form = "^[0-9A-Fa-f]{2}([:-][0-9A-Fa-f]{2}){5}\\z";
     bool reachable = false;
     for (const Address &address : addresses) {
         const std::string &mac = device.*address.mac;
         if (mac.empty())
             continue;
-        if (!std::regex_match(mac, form) || vesk_port::normal_mac(mac) == "00:00:00:00:00:00")
+        if (!g_regex_match_simple(form, mac.c_str(), GRegexCompileFlags{}, GRegexMatchFlags{}) ||
+            vesk_port::normal_mac(mac) == "00:00:00:00:00:00")
             refuse("\"" + printable(mac) + "\" (" + address.member +
                    ") is no address; write six pairs of hexadecimal digits that are not all zero, like "
                    "02:4b:11:a0:3c:01.");

@@ -91,6 +91,7 @@ void list_devices(bool as_json)
     }
     const auto cell = [](const std::string &mac) { return mac.empty() ? std::string("-") : printable(mac); };
     std::vector<std::vector<std::string>> rows;
+    rows.reserve(devices.size());
     for (const Device &device : devices)
         rows.push_back({type_word(device.type), std::to_string(device.icon), status_word(device.status),
                         cell(device.bt_mac), cell(device.wifi_mac), cell(device.p2p_mac), printable(device.name)});
@@ -133,7 +134,7 @@ std::string contents_of(const std::string &file)
         throw PortError(-EIO, reason + ". Name a file that veskctl devices export has written, or - for the standard "
                                        "input.");
     }
-    const std::string contents(text, length);
+    std::string contents(text, length);
     g_free(text);
     return contents;
 }

@@ -59,7 +59,8 @@ void use_product(const std::string &product)
     vesk_port::choose_product(product);
     const char *variable = std::getenv("VESK_PRODUCT");
     if (variable && *variable)
-        std::fprintf(stderr, "veskctl: the choice is kept, but VESK_PRODUCT=%s holds as long as it is set.\n", variable);
+        std::fprintf(stderr, "veskctl: the choice is kept, but VESK_PRODUCT=%s holds as long as it is set.\n",
+                     variable);
 }
 
 } // namespace

@@ -93,13 +93,11 @@ bool FileWatch::drain()
             std::memcpy(&event, buffer.data() + at, sizeof event);
             const char *name = event.len > 0 ? buffer.data() + at + sizeof event : "";
             at += static_cast<ssize_t>(sizeof event + event.len);
-            if (event.mask & IN_Q_OVERFLOW)
+            const bool current = event.wd == watch_; /* and not late news of a folder that was left */
+            const bool folder_lost = current && event.mask & (IN_DELETE_SELF | IN_MOVE_SELF | IN_IGNORED | IN_UNMOUNT);
+            if (folder_lost || event.mask & IN_Q_OVERFLOW)
                 concerned = rearm = true;
-            else if (event.wd != watch_)
-                continue; /* late news of a folder that is no longer watched */
-            else if (event.mask & (IN_DELETE_SELF | IN_MOVE_SELF | IN_IGNORED | IN_UNMOUNT))
-                concerned = rearm = true;
-            else if (awaited_ == name)
+            else if (current && awaited_ == name)
                 concerned = true;
         }
     }

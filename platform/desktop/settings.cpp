@@ -9,7 +9,6 @@
 #include <fcntl.h>
 #include <glib.h>
 #include <memory>
-#include <regex>
 #include <string_view>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -134,8 +133,9 @@ std::string setting_value(const std::string &key, const std::string &word)
     }
     if (!choice.empty())
         throw PortError(-EINVAL, "\"" + word + "\" is no value of " + key + "; use " + choice + ".");
-    static const std::regex locale_name("[a-z]{2,3}(_[A-Z]{2})?(\\.[A-Za-z0-9-]+)?");
-    if (key == language_setting.key && !std::regex_match(word, locale_name))
+    constexpr const char *locale_name = "^[a-z]{2,3}(_[A-Z]{2})?(\\.[A-Za-z0-9-]+)?\\z";
+    if (key == language_setting.key &&
+        !g_regex_match_simple(locale_name, word.c_str(), GRegexCompileFlags{}, GRegexMatchFlags{}))
         throw PortError(-EINVAL, "\"" + word + "\" is no language; write it like en_GB or ar_AE.UTF-8.");
     return word;
 }

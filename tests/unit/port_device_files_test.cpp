@@ -185,7 +185,7 @@ TEST_F(PortDeviceFiles, AReadOnlyFolderWithItsFile)
     const std::string before = contents_of(devices_);
     {
         const Unprivileged user;
-        EXPECT_EQ(rdm_init(), -EACCES);
+        EXPECT_EQ(rdm_init(), -EROFS);
     }
     fs::permissions(folder_, fs::perms(0755));
     EXPECT_THAT(log(), HasSubstr(devices_.string()));

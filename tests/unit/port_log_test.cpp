@@ -5,6 +5,14 @@
 #include "dlog.h"
 #include "port_fixture.h"
 
+#include <algorithm>
+#include <cstdlib>
+#include <fcntl.h>
+#include <glib.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using testing::AllOf;
 using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::MatchesRegex;
@@ -98,6 +106,38 @@ TEST_F(PortLogVariables, AFileTakesTheLinesOffTheTerminal)
 TEST_F(PortLogVariables, ALineToAPipeHasNoColour)
 {
     EXPECT_THAT(veskctl({"settings", "watch"}).err, testing::Not(HasSubstr("\033")));
+}
+
+/* What a program writes to a terminal as its log. */
+std::string log_on_a_terminal()
+{
+    const int screen = posix_openpt(O_RDWR | O_NOCTTY);
+    EXPECT_TRUE(grantpt(screen) == 0 && unlockpt(screen) == 0);
+    const int terminal = open(ptsname(screen), O_RDWR | O_NOCTTY);
+    std::string program = veskctl_program();
+    std::string words[] = {"settings", "watch"};
+    char *argv[] = {program.data(), words[0].data(), words[1].data(), nullptr};
+    GPid pid = 0;
+    EXPECT_TRUE(g_spawn_async_with_fds(nullptr, argv, nullptr, G_SPAWN_DO_NOT_REAP_CHILD, nullptr, nullptr, &pid, -1,
+                                       -1, terminal, nullptr));
+    close(terminal);
+    waitpid(pid, nullptr, 0);
+    char text[4096];
+    const ssize_t length = read(screen, text, sizeof text);
+    close(screen);
+    return {text, length > 0 ? static_cast<size_t>(length) : 0};
+}
+
+TEST_F(PortLogVariables, ATerminalGetsColourUnlessItIsUnwanted)
+{
+    unsetenv("NO_COLOR");
+    setenv("TERM", "xterm", 1);
+    EXPECT_THAT(log_on_a_terminal(), AllOf(HasSubstr("\033[31m"), HasSubstr("E VESK_PORT")));
+    setenv("TERM", "dumb", 1);
+    EXPECT_THAT(log_on_a_terminal(), AllOf(testing::Not(HasSubstr("\033")), HasSubstr("E VESK_PORT")));
+    setenv("TERM", "xterm", 1);
+    setenv("NO_COLOR", "1", 1);
+    EXPECT_THAT(log_on_a_terminal(), AllOf(testing::Not(HasSubstr("\033")), HasSubstr("E VESK_PORT")));
 }
 
 TEST_F(PortLogVariables, TheLevelOffIsSilent)

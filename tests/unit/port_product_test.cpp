@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <ostream>
 
 using testing::HasSubstr;
 using vesk_port::PortError;
@@ -49,6 +50,11 @@ struct Kind {
     bool monitor;
     int fir;
 };
+
+void PrintTo(const Kind &kind, std::ostream *stream)
+{
+    *stream << kind.product;
+}
 
 class PortProduct : public PortTest, public testing::WithParamInterface<Kind> {};
 
