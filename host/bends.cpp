@@ -16,6 +16,7 @@ void begin(Evas_Object *window)
         [](void *) -> Eina_Bool {
             keep_focus();
             show_focus();
+            keep_on_panel();
             return ECORE_CALLBACK_RENEW;
         },
         nullptr);

@@ -2,9 +2,9 @@
 /* What the toolkit leaves undone on a television, mended from the host's side.
  *
  * The rooms: bends_keys.cpp (arrows), bends_focus.cpp (something always has the focus), bends_widgets.cpp (which
- * widgets there are, and what they may do), bends_contrast.cpp (high contrast). Nothing here knows a module: what is
- * done follows from the kinds of widgets, from their focus chain and from what the module asked the toolkit for, which
- * interpose.cpp passes on to here. */
+ * widgets there are, and what they may do), bends_places.cpp (popups on the panel), bends_contrast.cpp (high contrast).
+ * Nothing here knows a module: what is done follows from the kinds of widgets, from their focus chain and from what the
+ * module asked the toolkit for, which interpose.cpp passes on to here. */
 
 #include <string>
 #include <vector>
@@ -31,17 +31,18 @@ void move(const std::string &key);
 
 /* --- Focus (bends_focus.cpp) --- */
 
-/* Puts the focus where it has to be now. The main loop does so by itself whenever it has run dry. */
-void keep_focus();
+/* Does the next step that brings the focus to where it has to be. Returns whether it is there; what the toolkit keeps
+   refusing is given up until something is asked for. The main loop does so by itself whenever it has run dry. */
+bool keep_focus();
+
+/* All the steps at once, as many as it makes sense to try. */
+void bring_focus();
 
 /* Lets the row with the focus look so in the list that has it, and in no other. */
 void show_focus();
 
 /* A row of `list` has a look of its own now, which is as the toolkit made it. */
 void row_realized(Evas_Object *list);
-
-/* A key has come: what could not be done for the focus before is worth trying again. */
-void try_again();
 
 /* What the module asks for; the toolkit may not be able to do it yet. */
 void focus_asked(Evas_Object *object, bool focus);
@@ -79,6 +80,11 @@ void check_added(Evas_Object *check, const Evas_Object *parent);
 
 /* Deletes what a gadget has left on the window. */
 void clear_window();
+
+/* --- Places (bends_places.cpp) --- */
+
+/* Moves the topmost popup sideways when what it shows lies outside the panel. */
+void keep_on_panel();
 
 /* --- High contrast (bends_contrast.cpp) --- */
 

@@ -11,6 +11,16 @@ namespace {
 /* The last wish of the module that the toolkit has not been seen to fulfil; null when there is none. */
 Evas_Object *wish = nullptr;
 
+/* Set while this room moves the focus itself, which is nobody's wish. */
+bool moving = false;
+
+void give_focus(Evas_Object *widget)
+{
+    moving = true;
+    elm_object_focus_set(widget, EINA_TRUE);
+    moving = false;
+}
+
 /* Tries in a row that changed nothing: what the toolkit refuses is not asked for with every turn of the main loop. */
 constexpr int kTries = 8;
 int tries = 0;
@@ -81,7 +91,7 @@ bool row_has_focus(Evas_Object *list)
 void give_keys(Evas_Object *widget)
 {
     elm_object_focus_set(widget, EINA_FALSE);
-    elm_object_focus_set(widget, EINA_TRUE);
+    give_focus(widget);
     if (!takes_keys(widget))
         evas_object_focus_set(widget, EINA_TRUE);
 }
@@ -115,23 +125,36 @@ Evas_Object *place_for_focus()
     return widgets.empty() ? nullptr : widgets.front();
 }
 
+/* The widget that the module's wish means: a container stands for what lies in it. Null while that is not shown. */
+Evas_Object *wished_widget()
+{
+    const auto widgets = focusable_widgets();
+    const auto found = std::ranges::find_if(widgets, [](auto *widget) { return within(widget, wish); });
+    return found != widgets.end() ? *found : nullptr;
+}
+
 /* A popup that is shown gives the focus to its first button, although the module has just asked for another one. To
-   see it: a confirmation whose default is its second button. */
-bool wish_fulfilled(const Evas_Object *focused)
+   see it: a confirmation whose default is its second button. Returns whether the wish has still to be fulfilled. */
+bool pursue_wish(const Evas_Object *focused)
 {
     if (!wish)
-        return true;
-    if (within(focused, wish) || !may_focus(wish)) {
+        return false;
+    auto *widget = wished_widget();
+    if (widget && widget == focused)
         set_wish(nullptr);
-        return true;
-    }
-    return false;
+    else if (widget)
+        give_focus(widget);
+    else if (tries >= kTries / 2 || !elm_object_focus_allow_get(wish))
+        set_wish(nullptr);
+    return wish;
 }
 
 } // namespace
 
 void focus_asked(Evas_Object *object, bool focus)
 {
+    if (moving)
+        return;
     if (focus && within(object, window()))
         set_wish(object);
     else if (!focus && wish == object)
@@ -155,9 +178,10 @@ void focus_forbidden(Evas_Object *object)
         elm_object_signal_emit(object, "elm,action,unfocus", "elm");
 }
 
-void try_again()
+void bring_focus()
 {
-    tries = 0;
+    for (tries = 0; tries < kTries && !keep_focus();) {
+    }
 }
 
 void row_realized(Evas_Object *list)
@@ -172,29 +196,29 @@ void show_focus()
         show_row_focus(list, list == focused);
 }
 
-void keep_focus()
+bool keep_focus()
 {
     if (!window() || !elm_object_focus_get(window()) || tries >= kTries)
-        return;
+        return false;
     auto *focused = elm_object_focused_object_get(window());
     ++tries;
-    if (!wish_fulfilled(focused)) {
-        elm_object_focus_set(wish, EINA_TRUE);
-        return;
-    }
+    if (pursue_wish(focused))
+        return false;
     if (!may_focus(focused)) {
         if (auto *place = place_for_focus())
-            elm_object_focus_set(place, EINA_TRUE);
+            give_focus(place);
         else
             hear_keys();
-        return;
+        return false;
     }
     if (!takes_keys(focused)) {
         give_keys(focused);
-        return;
+        return false;
     }
-    if (!is_list(focused) || row_has_focus(focused))
-        tries = 0;
+    if (is_list(focused) && !row_has_focus(focused))
+        return false;
+    tries = 0;
+    return true;
 }
 
 } // namespace vesk::bends

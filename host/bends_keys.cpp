@@ -122,8 +122,7 @@ Evas_Object *neighbour(Evas_Object *from, const Arrow &arrow)
 
 bool holds(const std::string &key)
 {
-    try_again();
-    keep_focus();
+    bring_focus();
     return arrow_of(key) || focusable_widgets().empty();
 }
 

@@ -23,6 +23,19 @@ template <class Function> Function behind(Function, const char *name)
     return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
 }
 
+const void *library_of(const void *code)
+{
+    Dl_info info{};
+    return dladdr(code, &info) ? info.dli_fbase : nullptr;
+}
+
+/* Whether a call came from the toolkit's own code, which is no wish of a module. */
+bool is_toolkit(const void *caller)
+{
+    static const void *toolkit = library_of(reinterpret_cast<const void *>(&elm_init));
+    return library_of(caller) == toolkit;
+}
+
 } // namespace
 
 /* Calls the function behind this one with these arguments. */
@@ -86,7 +99,8 @@ Evas_Object *elm_check_add(Evas_Object *parent)
 
 void elm_object_focus_set(Evas_Object *object, Eina_Bool focus)
 {
-    vesk::bends::focus_asked(object, focus);
+    if (!is_toolkit(__builtin_return_address(0)))
+        vesk::bends::focus_asked(object, focus);
     PASS_ON(elm_object_focus_set, object, focus);
 }
 
@@ -100,7 +114,8 @@ void elm_object_focus_allow_set(Evas_Object *object, Eina_Bool allow)
 
 void elm_object_item_focus_set(Elm_Object_Item *item, Eina_Bool focus)
 {
-    vesk::bends::row_asked(item, focus);
+    if (!is_toolkit(__builtin_return_address(0)))
+        vesk::bends::row_asked(item, focus);
     PASS_ON(elm_object_item_focus_set, item, focus);
 }
 

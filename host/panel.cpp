@@ -8,6 +8,8 @@
 #include "desktop/paths.h"
 #include "desktop/settings.h"
 #include "interpose.h"
+#include "system_info.h"
+#include "theme_variants.h"
 #include "vconf.h"
 
 namespace vesk {
@@ -26,6 +28,14 @@ bool portrait_setting()
 void turn_by_setting(keynode_t *, void *panel)
 {
     static_cast<Panel *>(panel)->turn(portrait_setting());
+}
+
+constexpr double kCompactScale = 0.5625;
+
+bool is_board()
+{
+    bool board = false;
+    return system_info_get_custom_bool("com.corvane/featureconf/quince_support", &board) == 0 && board;
 }
 
 const char *key_text(const std::string &key)
@@ -56,6 +66,7 @@ Panel::Panel(const Toolkit &toolkit) : toolkit_(toolkit), portrait_(portrait_set
     stand_before_toolkit();
     make_windows();
     show_programme();
+    take_form();
     fit();
     evas_object_show(window_);
     evas_object_show(top_);
@@ -126,6 +137,13 @@ void Panel::show_programme()
     evas_object_show(programme_);
 }
 
+void Panel::take_form()
+{
+    const bool compact = portrait_ && is_board();
+    show_form(!portrait_ ? Form::wide : compact ? Form::compact : Form::tall);
+    elm_object_scale_set(window_, compact ? kCompactScale : 1.0);
+}
+
 /* The whole panel in the middle of the window, in its own proportions. */
 void Panel::fit()
 {
@@ -155,6 +173,7 @@ void Panel::turn(bool portrait)
     if (portrait == portrait_)
         return;
     portrait_ = portrait;
+    take_form();
     evas_object_resize(window_, width(), height());
     int window_width = 0;
     int window_height = 0;

@@ -86,7 +86,7 @@ public:
 private:
     void make_windows();
     void show_programme();
-    void follow_setting();
+    void take_form();
     void fit();
 
     const Toolkit &toolkit_;
