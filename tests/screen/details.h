@@ -3,6 +3,7 @@
  * panel by its setting. */
 
 #include <algorithm>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -48,7 +49,7 @@ struct DetailsTest : ScreenTest {
     {
         for (int i = 0; i < device_count && focused_row() != index; ++i)
             press("Down");
-        ASSERT_EQ(focused_row(), index);
+        require(focused_row() == index, "the focus does not reach the row");
     }
 
     /* As a user does: to the row, the drop-down, its last choice. */
@@ -56,13 +57,13 @@ struct DetailsTest : ScreenTest {
     {
         walk_to(index);
         press("Return");
-        ASSERT_EQ(focused(), app()->action_genlist);
+        require(focused() == app()->action_genlist, "the drop-down has not the focus");
     }
     void open_details(int index)
     {
         open_dropdown(index);
         press({"Down", "Down", "Return"});
-        ASSERT_NE(app()->detail_popup, nullptr);
+        require(app()->detail_popup, "the details are not open");
     }
     void open_details(const std::string &name) { open_details(row_of(name)); }
 
@@ -87,11 +88,19 @@ struct DetailsTest : ScreenTest {
     {
         const int heard = logged("ROTATION callback");
         set("orientation", orientation);
-        ASSERT_TRUE(panel().run_until([&] { return logged("ROTATION callback") > heard; }, 2000));
+        require(panel().run_until([&] { return logged("ROTATION callback") > heard; }, 2000),
+                "the module has not heard of the turn");
         panel().settle();
     }
 
 private:
+    /* Without the way there the rest of a test means nothing. */
+    static void require(bool condition, const char *problem)
+    {
+        if (!condition)
+            throw std::runtime_error(problem);
+    }
+
     /* The cursors outlive every popup. A device without services uses up what they hold. */
     void forget_services()
     {
