@@ -1,5 +1,7 @@
 #include "bends.h"
 
+#include "reader.h"
+
 namespace vesk::bends {
 
 namespace {
@@ -14,8 +16,10 @@ void begin(Evas_Object *window)
     mended_window = window;
     watch = ecore_idle_enterer_before_add(
         [](void *) -> Eina_Bool {
-            keep_focus();
+            const bool rests = keep_focus();
             show_focus();
+            if (rests)
+                reader::focus_rests(mended_window);
             keep_on_panel();
             return ECORE_CALLBACK_RENEW;
         },

@@ -2,9 +2,9 @@
 /* What the toolkit leaves undone on a television, mended from the host's side.
  *
  * The rooms: bends_keys.cpp (arrows), bends_focus.cpp (something always has the focus), bends_widgets.cpp (which
- * widgets there are, and what they may do), bends_places.cpp (popups on the panel), bends_contrast.cpp (high contrast).
- * Nothing here knows a module: what is done follows from the kinds of widgets, from their focus chain and from what the
- * module asked the toolkit for, which interpose.cpp passes on to here. */
+ * widgets there are, and what they may do), bends_places.cpp (popups on the panel), bends_contrast.cpp (high contrast),
+ * bends_redraw.cpp (what is drawn anew). Nothing here knows a module: what is done follows from the kinds of widgets,
+ * from their focus chain and from what the module asked the toolkit for, which interpose.cpp passes on to here. */
 
 #include <string>
 #include <vector>
@@ -47,6 +47,9 @@ void row_realized(Evas_Object *list);
 /* What the module asks for; the toolkit may not be able to do it yet. */
 void focus_asked(Evas_Object *object, bool focus);
 void row_asked(Elm_Object_Item *row, bool focus);
+
+/* A popup has been deleted. */
+void popup_gone();
 
 /* `object` may not have the focus any more. */
 void focus_forbidden(Evas_Object *object);
@@ -91,5 +94,10 @@ void keep_on_panel();
 /* Shows the theme's colours for high contrast whenever the setting says so, until end_contrast(). */
 void begin_contrast();
 void end_contrast();
+
+/* --- Drawing (bends_redraw.cpp) --- */
+
+/* Lets an off-screen canvas draw what has changed instead of all. */
+void draw_changes_only(Evas *canvas);
 
 } // namespace vesk::bends

@@ -196,6 +196,15 @@ void show_focus()
         show_row_focus(list, list == focused);
 }
 
+/* A popup that goes leaves the focus to some button, unless the module asks for it. To see it: allow a denied device,
+   and watch the screen until the list has been read again. */
+void popup_gone()
+{
+    if (window() && !wish)
+        set_wish(place_for_focus());
+    tries = 0;
+}
+
 bool keep_focus()
 {
     if (!window() || !elm_object_focus_get(window()) || tries >= kTries)

@@ -85,6 +85,8 @@ bool row_may_focus(const Elm_Object_Item *row)
 void popup_added(Evas_Object *popup)
 {
     remember(popups, popup);
+    const auto gone = [](void *, Evas *, Evas_Object *, void *) { popup_gone(); };
+    evas_object_event_callback_add(popup, EVAS_CALLBACK_FREE, gone, nullptr);
 }
 
 void key_taker_added(Evas_Object *widget)

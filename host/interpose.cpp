@@ -5,11 +5,13 @@
 #include "interpose.h"
 
 #include <dlfcn.h>
+#include <filesystem>
 
 #include <Elementary.h>
 
 #include "bends.h"
 #include "desktop/text.h"
+#include "reader.h"
 #include "settings_overlay.h"
 #include "share.h"
 #include "toolkit.h"
@@ -23,17 +25,19 @@ template <class Function> Function behind(Function, const char *name)
     return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
 }
 
-const void *library_of(const void *code)
+/* The folder of the library or program that some code belongs to. */
+std::filesystem::path folder_of(const void *code)
 {
     Dl_info info{};
-    return dladdr(code, &info) ? info.dli_fbase : nullptr;
+    return dladdr(code, &info) && info.dli_fname ? std::filesystem::path(info.dli_fname).parent_path() : "";
 }
 
-/* Whether a call came from the toolkit's own code, which is no wish of a module. */
+/* Whether a call came from the toolkit's own code, which is no wish of a module. The toolkit's libraries call each
+   other's callbacks, so any library that is installed beside it counts. */
 bool is_toolkit(const void *caller)
 {
-    static const void *toolkit = library_of(reinterpret_cast<const void *>(&elm_init));
-    return library_of(caller) == toolkit;
+    static const auto toolkit = folder_of(reinterpret_cast<const void *>(&elm_init));
+    return folder_of(caller) == toolkit;
 }
 
 } // namespace
@@ -117,6 +121,41 @@ void elm_object_item_focus_set(Elm_Object_Item *item, Eina_Bool focus)
     if (!is_toolkit(__builtin_return_address(0)))
         vesk::bends::row_asked(item, focus);
     PASS_ON(elm_object_item_focus_set, item, focus);
+}
+
+/* The screen reader's calls. */
+
+Eina_Bool elm_config_access_get(void)
+{
+    if (vesk::reader::is_on() && !is_toolkit(__builtin_return_address(0)))
+        return EINA_TRUE;
+    static const auto next = behind(&elm_config_access_get, "elm_config_access_get");
+    return next();
+}
+
+Evas_Object *elm_object_item_access_object_get(const Elm_Object_Item *row)
+{
+    if (vesk::reader::is_on() && row)
+        return vesk::reader::object_of_row(const_cast<Elm_Object_Item *>(row));
+    PASS_ON(elm_object_item_access_object_get, row);
+}
+
+void elm_access_info_cb_set(Evas_Object *object, int type, Elm_Access_Info_Cb callback, const void *data)
+{
+    if (vesk::reader::is_on() && type == ELM_ACCESS_INFO) {
+        vesk::reader::set_callback(object, callback, data);
+        return;
+    }
+    PASS_ON(elm_access_info_cb_set, object, type, callback, data);
+}
+
+void elm_access_say(const char *text)
+{
+    if (vesk::reader::is_on() && text) {
+        vesk::reader::say(text);
+        return;
+    }
+    PASS_ON(elm_access_say, text);
 }
 
 void ecore_animator_source_set(Ecore_Animator_Source source)

@@ -1,6 +1,7 @@
 /* vesk-host: a television on the desktop that runs the device manager. */
 
 #include <cstdio>
+#include <optional>
 #include <stdexcept>
 
 #include <Ecore_Input.h>
@@ -12,8 +13,10 @@
 #include "gadget.h"
 #include "language.h"
 #include "options.h"
+#include "reader.h"
 #include "remote_script.h"
 #include "settings_overlay.h"
+#include "speech.h"
 #include "vconf.h"
 
 namespace {
@@ -55,11 +58,17 @@ void set_up_television(const Options &options)
         overlay_setting(vesk_port::high_contrast_setting.key, "1");
 }
 
-void set_up_language()
+/* The locale of the setting, or of the option in its place. */
+std::string chosen_locale()
 {
     char *locale = vconf_get_str(vesk_port::language_setting.key);
     const std::string language = locale ? locale : vesk_port::language_setting.default_value;
     free(locale);
+    return language;
+}
+
+void set_up_language(const std::string &language)
+{
     if (!use_language(language))
         std::fprintf(stderr, "vesk-host: there are no texts in the language \"%s\"; they are shown in English.\n",
                      language.c_str());
@@ -113,7 +122,13 @@ void play(const Options &options)
                      .scale = options.scale,
                      .log_messages = !options.log.empty(),
                      .theme = {}});
-    set_up_language();
+    const auto locale = chosen_locale();
+    set_up_language(locale);
+    std::optional<Speech> speech;
+    if (options.screen_reader) {
+        speech.emplace(options.transcript, locale);
+        reader::begin([&speech](const std::string &text, bool interrupt) { speech->say(text, interrupt); });
+    }
     bool ended = false;
     end_on_signals(ended);
     Panel panel(toolkit);

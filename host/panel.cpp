@@ -8,6 +8,7 @@
 #include "desktop/paths.h"
 #include "desktop/settings.h"
 #include "interpose.h"
+#include "reader.h"
 #include "system_info.h"
 #include "theme_variants.h"
 #include "vconf.h"
@@ -103,6 +104,9 @@ void Panel::make_windows()
     if (!picture_)
         throw std::runtime_error("The panel cannot be drawn on this display; try --no-display.");
     evas_object_show(picture_);
+    bends::draw_changes_only(canvas());
+    if (!toolkit_.options().display)
+        bends::draw_changes_only(evas_object_evas_get(top_));
     elm_win_focus_highlight_enabled_set(window_, EINA_TRUE); /* without it a row that loses the focus keeps its look */
 
     const auto refit = [](void *panel, Evas *, Evas_Object *, void *) { static_cast<Panel *>(panel)->fit(); };
@@ -192,6 +196,7 @@ void Panel::take_keys(bool take)
 
 void Panel::key_down(const std::string &key)
 {
+    reader::key_came();
     /* On hold, the event passes through the gadget's own handlers, and the toolkit does nothing with it. */
     const bool held = bends::holds(key);
     evas_event_default_flags_set(canvas(), held ? EVAS_EVENT_FLAG_ON_HOLD : EVAS_EVENT_FLAG_NONE);
@@ -215,6 +220,7 @@ void Panel::press(const std::string &key)
 
 void Panel::tap(int x, int y)
 {
+    reader::key_came();
     evas_event_feed_mouse_in(canvas(), now_ms(), nullptr);
     evas_event_feed_mouse_move(canvas(), x, y, now_ms(), nullptr);
     evas_event_feed_mouse_down(canvas(), 1, EVAS_BUTTON_NONE, now_ms(), nullptr);

@@ -8,10 +8,12 @@
 #include <stdexcept>
 #include <string>
 #include <sys/select.h>
+#include <utility>
 
 #include <Ecore_Evas.h>
 #include <Efreet.h>
 #include <Elementary.h>
+#include <glib.h>
 
 #include "desktop/log.h"
 #include "desktop/paths.h"
@@ -24,8 +26,9 @@ namespace {
 /* The main loop as the toolkit sees it: the wait between two turns passes through here, with the time until something
    is due. */
 struct Loop {
-    Ecore_Select_Function wait = nullptr; /* the toolkit's own */
-    Ecore_Timer *ticks = nullptr;         /* while something is animated and no display's refresh drives it */
+    Ecore_Select_Function wait = nullptr;        /* the toolkit's own */
+    Ecore_Timer *ticks = nullptr;                /* while something is animated and no display's refresh drives it */
+    const std::function<bool()> *over = nullptr; /* when to end; timers may have brought it about in this very turn */
     bool settling = false;
     bool idle = false;
     bool still = false;
@@ -46,6 +49,10 @@ bool due_soon(const timeval *timeout)
 
 int wait_for_both(int count, fd_set *reads, fd_set *writes, fd_set *errors, timeval *timeout)
 {
+    if (loop.over && (*loop.over)()) {
+        timeval none{};
+        return loop.wait(count, reads, writes, errors, &none);
+    }
     if (!loop.settling || due_soon(timeout))
         return loop.wait(count, reads, writes, errors, timeout);
     timeval quiet = loop.quiet;
@@ -57,6 +64,12 @@ int wait_for_both(int count, fd_set *reads, fd_set *writes, fd_set *errors, time
 int wait_for_events(int count, fd_set *reads, fd_set *writes, fd_set *errors, timeval *timeout)
 {
     return select_with_glib(wait_for_both, count, reads, writes, errors, timeout);
+}
+
+/* Does nothing but end the wait. */
+Eina_Bool wake(void *)
+{
+    return ECORE_CALLBACK_RENEW;
 }
 
 Eina_Bool tick(void *)
@@ -89,6 +102,14 @@ void log_toolkit_message(const Eina_Log_Domain *domain, Eina_Log_Level level, co
     const std::lock_guard lock(one_line_at_a_time);
     vesk_port::log_line(level <= EINA_LOG_LEVEL_ERR ? DLOG_ERROR : DLOG_WARN, "EFL",
                         std::string(domain->domain_str) + ": " + function + " > " + text);
+}
+
+/* GLib's likewise, such as its complaint about a module that removes a timer which has run out. */
+void log_glib_message(const char *domain, GLogLevelFlags level, const char *text, void *)
+{
+    if (loop.log_messages)
+        vesk_port::log_line(level & (G_LOG_LEVEL_ERROR | G_LOG_LEVEL_CRITICAL) ? DLOG_ERROR : DLOG_WARN, "GLIB",
+                            std::string(domain ? domain : "") + ": " + text);
 }
 
 void set_default(const char *name, const std::string &value)
@@ -157,6 +178,7 @@ Toolkit::Toolkit(const ToolkitOptions &options) : options_(options)
     if (!eina_init() || !ecore_init())
         throw std::runtime_error("The widget toolkit does not start; reinstall the Debian package libelementary1.");
     eina_log_print_cb_set(log_toolkit_message, nullptr);
+    g_log_set_default_handler(log_glib_message, nullptr);
     ecore_animator_source_set(ECORE_ANIMATOR_SOURCE_TIMER);
     efreet_cache_disable();
     char name[] = "vesk-host";
@@ -187,38 +209,33 @@ Toolkit::~Toolkit()
 
 bool Toolkit::run_until(const std::function<bool()> &condition, int limit_ms) const
 {
-    bool late = false;
-    Ecore_Timer *limit = ecore_timer_loop_add(
-        limit_ms / 1000.0,
-        [](void *flag) -> Eina_Bool {
-            *static_cast<bool *>(flag) = true;
-            return ECORE_CALLBACK_CANCEL;
-        },
-        &late);
-    bool held = condition();
-    while (!held && !late) {
-        ecore_main_loop_iterate_may_block(EINA_TRUE);
-        held = condition();
-    }
-    if (!late)
-        ecore_timer_del(limit);
+    const double limit = ecore_time_get() + limit_ms / 1000.0;
+    Ecore_Timer *alarm = ecore_timer_loop_add(limit_ms / 1000.0, wake, nullptr);
+    bool held = false;
+    run_until([&] { return (held = condition()) || ecore_time_get() >= limit; });
+    ecore_timer_del(alarm);
     return held;
 }
 
 void Toolkit::run_until(const std::function<bool()> &condition) const
 {
+    const auto *outer = std::exchange(loop.over, &condition);
     while (!condition())
         ecore_main_loop_iterate_may_block(EINA_TRUE);
+    loop.over = outer;
 }
 
 bool Toolkit::settle(int limit_ms) const
 {
     const double limit = ecore_time_get() + limit_ms / 1000.0;
-    loop.settling = true;
+    /* A module that ends is settled from within the loop that waits for its end. */
+    const auto *outer = std::exchange(loop.over, nullptr);
+    const bool nested = std::exchange(loop.settling, true);
     loop.idle = false;
     while (!loop.idle && ecore_time_get() < limit)
         ecore_main_loop_iterate_may_block(EINA_TRUE);
-    loop.settling = false;
+    loop.settling = nested;
+    loop.over = outer;
     return loop.idle;
 }
 
