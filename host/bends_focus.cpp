@@ -180,7 +180,9 @@ void focus_forbidden(Evas_Object *object)
 
 void bring_focus()
 {
-    for (tries = 0; tries < kTries && !keep_focus();) {
+    tries = 0;
+    /* Counted here as well: what is asked for on the way begins the tries anew, and without the keyboard none counts. */
+    for (int turn = 0; turn < kTries && !keep_focus(); ++turn) {
     }
 }
 
