@@ -151,11 +151,11 @@ void elm_access_info_cb_set(Evas_Object *object, int type, Elm_Access_Info_Cb ca
 
 void elm_access_say(const char *text)
 {
-    if (vesk::reader::is_on() && text) {
+    if (text)
         vesk::reader::say(text);
-        return;
+    if (!vesk::reader::is_on()) {
+        PASS_ON(elm_access_say, text);
     }
-    PASS_ON(elm_access_say, text);
 }
 
 void ecore_animator_source_set(Ecore_Animator_Source source)

@@ -58,11 +58,13 @@ bool has_catalogue(const std::string &name)
 
 bool use_language(const std::string &locale)
 {
-    /* In the locale "C" gettext looks up nothing; every system has this one, and LANGUAGE says the rest. */
-    setlocale(LC_ALL, "C.UTF-8");
     const bool found = std::ranges::any_of(catalogue_names(locale), has_catalogue);
     const std::string names = found ? without_encoding(locale) + ":" + kEnglish : kEnglish;
     setenv("LANGUAGE", names.c_str(), 1);
+    /* In the locale "C" gettext looks up nothing; every system has "C.UTF-8", and LANGUAGE says the rest. Texts that
+       were looked up before are forgotten only when the locale really changes. */
+    setlocale(LC_ALL, "C");
+    setlocale(LC_ALL, "C.UTF-8");
 
     const bool to_the_left = found && std::ranges::find(kRightToLeft, language_of(locale)) != kRightToLeft.end();
     elm_config_mirrored_set(to_the_left);

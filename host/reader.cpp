@@ -25,6 +25,7 @@ struct Subject {
 constexpr double kRest = 0.03;
 
 Voice voice;
+std::function<void(const std::string &)> listener;
 Ecore_Timer *rest = nullptr;
 Subject resting; /* what is read when it still has the focus after kRest */
 std::map<const Evas_Object *, Callback> callbacks;
@@ -134,8 +135,17 @@ void key_came()
     last_said.clear();
 }
 
+void set_listener(std::function<void(const std::string &text)> new_listener)
+{
+    listener = std::move(new_listener);
+}
+
 void say(const char *text)
 {
+    if (listener)
+        listener(text);
+    if (!is_on())
+        return;
     last_said = spoken(text);
     voice(last_said, true);
     fresh = false;

@@ -27,6 +27,9 @@ void key_came();
 /* The focus on `window` is where it has to be: the widget or row that has it is read soon, once for each move. */
 void focus_rests(Evas_Object *window);
 
+/* Hears every text that the module says at once, whether the reader is on or not; null ends that. For tests. */
+void set_listener(std::function<void(const std::string &text)> listener);
+
 /* The module's calls. */
 void say(const char *text);
 void set_callback(Evas_Object *object, Elm_Access_Info_Cb callback, const void *data);

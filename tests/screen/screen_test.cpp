@@ -8,14 +8,9 @@
 #include "desktop/log.h"
 #include "desktop/port_failures.h"
 #include "language.h"
+#include "reader.h"
 
 static std::vector<std::string> spoken_texts;
-
-/* Stands before the toolkit's: what the module says at once is remembered instead of spoken. */
-extern "C" void elm_access_say(const char *text)
-{
-    spoken_texts.emplace_back(text ? text : "");
-}
 
 static const vesk::Toolkit &toolkit()
 {
@@ -51,6 +46,7 @@ ScreenTest::ScreenTest()
     });
     reset_module_state();
     spoken_texts.clear();
+    vesk::reader::set_listener([](const std::string &text) { spoken_texts.push_back(text); });
 }
 
 ScreenTest::~ScreenTest()
