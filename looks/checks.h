@@ -1,0 +1,45 @@
+#pragma once
+/* What is wrong with a scene, as a machine can tell. */
+
+#include <string>
+#include <vector>
+
+#include "picture.h"
+#include "scene.h"
+#include "sight.h"
+
+namespace vesk::looks {
+
+struct Finding {
+    std::string what; /* one sentence */
+    Rect place;       /* where on the panel */
+};
+
+/* A scene with what a check needs to know of it. */
+struct Shown {
+    const State &state;
+    const Setting &setting;
+    Sight sight;
+    Picture picture;
+
+    /* Pixels of the panel for a length of the design: everything but the panel itself is smaller when compact. */
+    int scaled(int length) const;
+};
+
+Shown shown(Scene &scene);
+
+/* Each check appends what it finds. */
+void check_texts(const Shown &scene, std::vector<Finding> &findings);    /* whole, apart, on their ground */
+void check_focus(const Shown &scene, std::vector<Finding> &findings);    /* exactly one thing looks focused */
+void check_contrast(const Shown &scene, std::vector<Finding> &findings); /* 4.5:1, and 7:1 in high contrast */
+void check_places(const Shown &scene, std::vector<Finding> &findings); /* margins, the list, the drop-down, the side */
+void check_pictures(const Shown &scene, std::vector<Finding> &findings); /* found, and something to be seen */
+
+/* All of them. */
+std::vector<Finding> check(const Shown &scene);
+
+/* Writes the scene's picture with the findings' places marked to `folder`, which is made; returns the file. */
+std::filesystem::path save_marked(Evas *canvas, const Shown &scene, const std::vector<Finding> &findings,
+                                  const std::filesystem::path &folder);
+
+} // namespace vesk::looks
