@@ -253,11 +253,12 @@ int main(int argc, char **argv)
         std::fprintf(stderr, "vesk-bench-subject: is started by vesk-bench, as \"module COUNT\" or \"bare COUNT\".\n");
         return 2;
     }
+    bench::Subject subject(kind == "module", std::atoi(argv[2]));
     try {
-        bench::Subject(kind == "module", std::atoi(argv[2])).run();
+        subject.run();
         return 0;
     } catch (const std::exception &error) {
         std::fprintf(stderr, "vesk-bench-subject (%s): %s\n", kind.c_str(), error.what());
-        return 1;
+        std::_Exit(1); /* what keeps a screen from being drawn may keep it from being taken down */
     }
 }
