@@ -10,8 +10,9 @@ protected:
     /* Moves the focus to a row of the main list and selects it. */
     void open_dropdown(int row = 0)
     {
-        while (focused_row() < row)
+        for (int pressed = 0; pressed < 50 && focused_row() < row; ++pressed)
             press("Down");
+        ASSERT_EQ(focused_row(), row);
         press("Return");
     }
 

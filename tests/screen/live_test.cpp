@@ -1,0 +1,217 @@
+/* The list follows the registered-device service while the module is open. */
+
+#include <cstring>
+
+#include <gmock/gmock.h>
+
+#include <dlog.h>
+
+#include "desktop/port_failures.h"
+#include "desktop/rdm_service.h"
+#include "dropdown_fixture.h"
+#include "ug/edit_mode.h"
+#include "ug/settings_watch.h"
+#include "vesk/device_table.h"
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+
+namespace {
+
+struct LiveTest : DropdownFixture {
+    void SetUp() override
+    {
+        register_devices({phone("First"), phone("Second"), phone("Third")});
+        open();
+        forget();
+    }
+
+    /* What the service would report of the device at `place` with a status. */
+    RdmDeviceInfo report(size_t place, int status) const
+    {
+        const vesk_port::Device device = registered().at(place);
+        RdmDeviceInfo info{};
+        memcpy(info.name, device.name.data(), device.name.size());
+        memcpy(info.bt_mac, device.bt_mac.data(), device.bt_mac.size());
+        memcpy(info.wifi_mac, device.wifi_mac.data(), device.wifi_mac.size());
+        memcpy(info.p2p_mac, device.p2p_mac.data(), device.p2p_mac.size());
+        info.status = status;
+        return info;
+    }
+
+    std::string status_line(const RdmDeviceInfo &info) const
+    {
+        return std::string("Status changed >> BTMAC[") + info.bt_mac + "], WIFIMAC[" + info.wifi_mac + "], P2PMAC[" +
+               info.p2p_mac + "], STATUS[" + std::to_string(info.status) + "]";
+    }
+
+    void expect_the_user_goes_on()
+    {
+        panel().settle();
+        EXPECT_EQ(focused(), app()->genlist);
+        EXPECT_EQ(focused_row(), 0);
+        press("Down");
+        EXPECT_EQ(focused_row(), device_count > 1 ? 1 : 0);
+        press("Right");
+        EXPECT_EQ(focused(), app()->edit_button);
+        press("Left");
+        EXPECT_EQ(focused(), app()->genlist);
+    }
+};
+
+TEST_F(LiveTest, AChangeByAnotherProcessIsShown)
+{
+    change_elsewhere("First", false);
+    ASSERT_TRUE(wait_for("ListRefreshed [3]"));
+    expect_the_user_goes_on();
+    EXPECT_THAT(listed(), ElementsAre(Pair("\u200eSecond\u200e", true), Pair("\u200eThird\u200e", true),
+                                      Pair("\u200eFirst\u200e", false)));
+}
+
+TEST_F(LiveTest, ADeviceOfAnotherProcessAppearsAndGoes)
+{
+    vesk_port::DeviceStore store(folder() / "devices.db");
+    store.add({phone("Fourth")});
+    ASSERT_TRUE(wait_for("ListRefreshed [4]"));
+    store.remove(registered().front().id);
+    ASSERT_TRUE(wait_for("ListRefreshed [3]"));
+    expect_the_user_goes_on();
+    EXPECT_EQ(texts(app()->genlist).back(), "\u200eFourth\u200e");
+}
+
+TEST_F(LiveTest, WithTheFocusOnAButtonTheListTakesItBack)
+{
+    press({"Right", "Down"});
+    change_elsewhere("First", false);
+    ASSERT_TRUE(wait_for("ListRefreshed [3]"));
+    expect_the_user_goes_on();
+}
+
+TEST_F(LiveTest, AnEmptyTableClosesTheModule)
+{
+    register_devices({});
+    EXPECT_TRUE(closed_itself());
+    EXPECT_GE(logged("ListRefreshed [0]"), 1);
+    EXPECT_EQ(logged("VESK EXIT"), 1);
+}
+
+TEST_F(LiveTest, ATableWithoutARowInUseClosesTheModule)
+{
+    register_devices({device("Unreachable", 1, false, "")});
+    EXPECT_TRUE(closed_itself());
+}
+
+TEST_F(LiveTest, AFailedReadIsAnEmptyTable)
+{
+    vesk_port::set_failures("rdm_get_list=-5");
+    vesk_port::emit(report(0, 1));
+    EXPECT_EQ(logged("[VESK] RDM List read fail"), 1);
+    EXPECT_TRUE(closed_itself());
+}
+
+/* --- Statuses --- */
+
+struct RefreshingStatusTest : LiveTest, testing::WithParamInterface<int> {};
+
+TEST_P(RefreshingStatusTest, RefreshesTheList)
+{
+    const Evas_Object *before = app()->genlist;
+    const RdmDeviceInfo info = report(0, GetParam());
+    vesk_port::emit(info);
+    EXPECT_EQ(log().front().message, status_line(info));
+    EXPECT_EQ(logged("ListRefreshed [3]"), 1);
+    EXPECT_NE(app()->genlist, before);
+    expect_the_user_goes_on();
+}
+
+INSTANTIATE_TEST_SUITE_P(Status, RefreshingStatusTest, testing::Values(0, 1));
+
+struct OtherStatusTest : LiveTest, testing::WithParamInterface<int> {};
+
+TEST_P(OtherStatusTest, ChangesNothing)
+{
+    const Evas_Object *before = app()->genlist;
+    const int status = GetParam();
+    const RdmDeviceInfo info = report(0, status);
+    vesk_port::emit(info);
+    if (status == 3 || status == 4) {
+        EXPECT_THAT(messages(), ElementsAre(status_line(info)));
+    } else {
+        EXPECT_THAT(messages(),
+                    ElementsAre(status_line(info), "Invalid status[" + std::to_string(status) + "]"));
+        EXPECT_EQ(log().back().priority, DLOG_WARN);
+    }
+    EXPECT_EQ(app()->genlist, before);
+    expect_the_user_goes_on();
+}
+
+INSTANTIATE_TEST_SUITE_P(Status, OtherStatusTest, testing::Values(2, 3, 4, 5, -1, INT32_MAX, INT32_MIN));
+
+/* --- Records that the table could not hold --- */
+
+TEST_F(LiveTest, ARecordOfAnotherDeviceReadsTheListAgain)
+{
+    RdmDeviceInfo stranger{};
+    strcpy(stranger.bt_mac, "AA:AA:AA:AA:AA:AA");
+    vesk_port::emit(stranger);
+    EXPECT_EQ(logged("ListRefreshed [3]"), 1);
+    expect_the_user_goes_on();
+}
+
+TEST_F(LiveTest, FieldsWithoutAnEndAndWithoutATextAreReadNoFurther)
+{
+    RdmDeviceInfo info;
+    memset(&info, 0xff, sizeof info);
+    info.status = 1;
+    vesk_port::emit(info);
+    const std::string field(18, '\xff');
+    EXPECT_EQ(log().front().message, "Status changed >> BTMAC[" + field + "], WIFIMAC[" + field + "], P2PMAC[" +
+                                         field + "], STATUS[1]");
+    expect_the_user_goes_on();
+}
+
+/* --- Edit mode --- */
+
+TEST_F(LiveTest, EditModeWaitsWithAChangeUntilTheNextRefresh)
+{
+    press({"Right", "Return"});
+    ASSERT_TRUE(b_edit_status);
+    const Evas_Object *before = app()->genlist;
+    forget();
+    change_elsewhere("First", false);
+    ASSERT_TRUE(wait_for("Edit mode now. refresh canceled."));
+    EXPECT_EQ(app()->genlist, before);
+    EXPECT_TRUE(b_edit_status);
+    EXPECT_EQ(listed()[0], (std::pair<std::string, bool>{"\u200eFirst\u200e", true}));
+
+    press("XF86Back");
+    vesk_port::emit(report(1, 0));
+    panel().settle();
+    EXPECT_FALSE(b_edit_status);
+    EXPECT_EQ(listed().back(), (std::pair<std::string, bool>{"\u200eFirst\u200e", false}));
+}
+
+/* --- Both ways of reading --- */
+
+TEST_F(LiveTest, InArabicTheButtonsAreToTheLeftOnceADropdownHasBeenOpen)
+{
+    close();
+    set("language", "ar_AE");
+    open();
+    open_dropdown();
+    press("XF86Back");
+    ASSERT_TRUE(gbReverse);
+    vesk_port::emit(report(0, 0));
+    panel().settle();
+    press("Left");
+    EXPECT_EQ(focused(), app()->edit_button);
+    press("Right");
+    EXPECT_EQ(focused(), app()->genlist);
+    press({"Left", "Down"});
+    EXPECT_EQ(focused(), app()->close_button);
+    press("Right");
+    EXPECT_EQ(focused(), app()->genlist);
+}
+
+} // namespace
