@@ -149,7 +149,8 @@ void elm_access_info_cb_set(Evas_Object *object, int type, Elm_Access_Info_Cb ca
     PASS_ON(elm_access_info_cb_set, object, type, callback, data);
 }
 
-void elm_access_say(const char *text)
+/* Weak: a test that wants what the module says at once has a function of its own in this one's place. */
+__attribute__((weak)) void elm_access_say(const char *text)
 {
     if (text)
         vesk::reader::say(text);

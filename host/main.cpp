@@ -23,9 +23,12 @@ namespace {
 
 using namespace vesk;
 
-/* Without an option the terminal tells what a user can do something about: the port's own sentences. */
+/* Without an option the terminal tells what a user can do something about: the port's own sentences. A module closes
+   the service a second time when it ends, on purpose; that failure is nobody's concern. */
 void tell_on_terminal(int priority, const std::string &tag, const std::string &text)
 {
+    if (text.starts_with("rdm_deinit "))
+        return;
     if (tag == vesk_port::port_tag && priority >= DLOG_WARN)
         std::fprintf(stderr, "vesk-host: %s\n", text.c_str());
 }
