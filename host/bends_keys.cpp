@@ -5,6 +5,7 @@
 
 #include "bends.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <optional>
@@ -109,12 +110,23 @@ Evas_Object *nearest(const Evas_Object *from, const Arrow &arrow)
     return best;
 }
 
-/* The neighbour in the focus chain; without one that may have the focus, what lies nearest on that side. */
+const Arrow &opposite(const Arrow &arrow)
+{
+    return *std::ranges::find_if(kArrows,
+                                 [&](const Arrow &other) { return other.x == -arrow.x && other.y == -arrow.y; });
+}
+
+/* The neighbour in the focus chain. A module that learns late that the language runs from right to left has named it
+   for the other side: it is taken when it lies on this one. To see it: Arabic, Left on a row, and the second button had
+   the focus. Without a neighbour that may have the focus, what lies nearest on that side. */
 Evas_Object *neighbour(Evas_Object *from, const Arrow &arrow)
 {
     auto *chained = elm_object_focus_next_object_get(from, arrow.direction);
     if (chained != from && may_focus(chained))
         return chained;
+    auto *mirrored = elm_object_focus_next_object_get(from, opposite(arrow).direction);
+    if (arrow.x != 0 && mirrored != from && may_focus(mirrored) && distance(place_of(from), place_of(mirrored), arrow))
+        return mirrored;
     return nearest(from, arrow);
 }
 
