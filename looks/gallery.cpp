@@ -73,13 +73,6 @@ std::vector<SceneOf> scenes_of(const Options &options)
     return scenes;
 }
 
-/* The toolkit of this process; a worker starts it with its first scene. */
-Stage &stage()
-{
-    static Stage made;
-    return made;
-}
-
 std::string picture_of(const SceneOf &scene)
 {
     return "pictures/" + scene.name() + ".png";
@@ -92,7 +85,7 @@ std::string thumbnail_of(const SceneOf &scene)
 
 std::vector<std::string> draw(const SceneOf &scene, const fs::path &out)
 {
-    Scene show(stage(), *scene.state, scene.setting);
+    Scene show(*scene.state, scene.setting);
     const auto seen = shown(show);
     auto *canvas = show.panel().canvas();
     seen.picture.save(canvas, out / picture_of(scene));
@@ -174,7 +167,7 @@ void renew(const std::vector<Chosen> &scenes, const fs::path &folder, int shrink
 {
     fs::create_directories(folder);
     for (const auto &scene : scenes) {
-        Scene show(stage(), *find_state(scene.state), scene.setting);
+        Scene show(*find_state(scene.state), scene.setting);
         const auto file = folder / (std::string(scene.file) + ending);
         shown(show).picture.shrunk(shrink).save(show.panel().canvas(), file);
         std::printf("%s\n", file.c_str());

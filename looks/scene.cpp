@@ -51,6 +51,12 @@ Stage::Stage() : share_(vesk_port::share_folder())
     toolkit_ = std::make_unique<Toolkit>(without_motion());
 }
 
+Stage &Stage::here()
+{
+    static Stage made;
+    return made;
+}
+
 Stage::~Stage()
 {
     std::filesystem::remove_all(folder_);
@@ -63,8 +69,9 @@ std::filesystem::path Stage::next_folder()
     return folder;
 }
 
-Scene::Scene(Stage &stage, const State &state, const Setting &setting) : state_(state), setting_(setting)
+Scene::Scene(const State &state, const Setting &setting) : state_(state), setting_(setting)
 {
+    auto &stage = Stage::here();
     const auto folder = stage.next_folder();
     prepare_television(folder);
     if (state.text)

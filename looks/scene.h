@@ -11,11 +11,13 @@
 
 namespace vesk::looks {
 
-/* Where scenes are shown: the toolkit without motion and a folder for the television's files, removed in the end.
-   One per process; many scenes may follow each other on it. */
+/* Where scenes are shown: the toolkit without motion and a folder for the television's files, removed in the end. Many
+   scenes may follow each other on it. */
 class Stage {
 public:
-    Stage();
+    /* The one of this process, made with the first call. */
+    static Stage &here();
+
     ~Stage();
     Stage(const Stage &) = delete;
     Stage &operator=(const Stage &) = delete;
@@ -29,6 +31,8 @@ public:
     std::filesystem::path next_folder();
 
 private:
+    Stage();
+
     std::filesystem::path folder_;
     std::filesystem::path share_;
     std::unique_ptr<Toolkit> toolkit_;
@@ -40,7 +44,7 @@ class Scene {
 public:
     /* Shows `state` and lets the screen come to rest. Throws std::runtime_error with a sentence when the module ends,
        or refuses to start, on the way there. */
-    Scene(Stage &stage, const State &state, const Setting &setting);
+    Scene(const State &state, const Setting &setting);
     ~Scene();
     Scene(const Scene &) = delete;
     Scene &operator=(const Scene &) = delete;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <deque>
 #include <exception>
 #include <memory>
@@ -47,8 +48,7 @@ struct Worker {
             break;
         }
     }
-    std::fflush(nullptr);
-    _exit(status); /* the toolkit's threads and handlers are the worker's; nothing of the parent's is to run */
+    std::exit(status); /* the jobs may have left something to clear away */
 }
 
 void start(Worker &worker, const Work &work)
