@@ -1,0 +1,280 @@
+/* The toast that acknowledges a deletion: what it says and shows, and that the screen only hears keys meanwhile. */
+
+#include <cstring>
+#include <dlfcn.h>
+
+#include <gmock/gmock.h>
+
+#include "canvas_parts.h"
+#include "edit_fixture.h"
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/* A text of the catalogue in place of another; null for none. */
+static const char *replaced_id;
+static std::string replacement;
+
+extern "C" char *dcgettext(const char *domain, const char *id, int category) noexcept
+{
+    static const auto next = reinterpret_cast<decltype(&dcgettext)>(dlsym(RTLD_NEXT, "dcgettext"));
+    return replaced_id && strcmp(id, replaced_id) == 0 ? replacement.data() : next(domain, id, category);
+}
+
+namespace {
+
+constexpr int kEnd = 3500; /* ms: past the toast's three seconds */
+
+struct ToastTest : EditTest {
+    ~ToastTest() override { replaced_id = nullptr; }
+
+    /* Deletes the first of the devices; the toast is up then. */
+    void delete_first(int devices)
+    {
+        open_edit(devices);
+        turn_over({0});
+        ask_for_deletion();
+        forget();
+        answer_yes();
+        ASSERT_TRUE(b_disable_focus);
+    }
+
+    std::vector<Evas_Object *> toasts()
+    {
+        std::vector<Evas_Object *> found = objects_on(panel().canvas());
+        std::erase_if(found, [this](Evas_Object *object) {
+            return !is_of_type(object, "elm_notify") || !evas_object_visible_get(object) ||
+                   elm_object_parent_widget_get(object) != panel().window();
+        });
+        return found;
+    }
+
+    Evas_Object *layout() { return elm_object_content_get(toasts().at(0)); }
+
+    std::string group()
+    {
+        const char *name = nullptr;
+        edje_object_file_get(elm_layout_edje_get(layout()), nullptr, &name);
+        return name ? name : "";
+    }
+
+    int text_width()
+    {
+        int width = 0;
+        edje_object_part_geometry_get(elm_layout_edje_get(layout()), "elm.text", nullptr, nullptr, &width, nullptr);
+        return width;
+    }
+
+    void say_instead(const char *id, const std::string &text)
+    {
+        replacement = text;
+        replaced_id = id;
+    }
+
+    /* Lets the toast end by its own clock. */
+    bool wait_for_end()
+    {
+        return panel().run_until([] { return !b_disable_focus; }, kEnd);
+    }
+};
+
+TEST_F(ToastTest, StandsInTheMiddleWithItsTextOnOneLine)
+{
+    delete_first(3);
+    std::string text = translated("COM_SID_MIX_DEVICES_DELETED");
+    text.replace(text.find("%1"), 2, "1");
+    ASSERT_EQ(toasts().size(), 1u);
+    EXPECT_EQ(text_of(layout()), text);
+    EXPECT_EQ(group(), "elm/layout/C_PopupToast_White/SingleLine");
+    EXPECT_LE(text_width(), 990);
+    EXPECT_THAT(spoken(), ElementsAre(text));
+    const Eina_Rectangle place = area(layout());
+    EXPECT_NEAR(place.x + place.w / 2, panel().width() / 2, 1);
+    EXPECT_NEAR(place.y + place.h / 2, panel().height() / 2, 1);
+    const auto named = [this](const char *message) {
+        return std::ranges::count_if(log(), [message](const LogLine &line) {
+            return line.function == "_remove_toast" && line.message == message;
+        });
+    };
+    EXPECT_EQ(named("Enter"), 1);
+    EXPECT_EQ(named("Exit"), 1);
+}
+
+TEST_F(ToastTest, TakesSeveralLinesForATextThatIsTooWide)
+{
+    std::string text = "%1";
+    for (int i = 0; i < 20; ++i)
+        text += " Geräte wurden gelöscht";
+    say_instead("COM_SID_MIX_DEVICES_DELETED", text);
+    delete_first(3);
+    EXPECT_EQ(group(), "elm/layout/C_PopupToast_White/MultiLine");
+    EXPECT_EQ(text_of(layout()), text.replace(0, 2, "1"));
+    const Eina_Rectangle place = area(layout());
+    EXPECT_GE(place.x, 0);
+    EXPECT_LE(place.x + place.w, panel().width());
+}
+
+TEST_F(ToastTest, TheLimitIsMoreThan990Pixels)
+{
+    int single = 0;
+    /* The text grows until the toast changes: the widest single line is within a few letters of the limit. */
+    for (size_t letters = 36; letters < 90; letters += 3) {
+        say_instead("COM_SID_MIX_DEVICES_DELETED", "%1" + std::string(letters, 'n'));
+        delete_first(2);
+        if (group() == "elm/layout/C_PopupToast_White/MultiLine")
+            break;
+        single = text_width();
+        close();
+        reset_module_state();
+    }
+    EXPECT_EQ(group(), "elm/layout/C_PopupToast_White/MultiLine");
+    EXPECT_LE(single, 990);
+    EXPECT_GT(single, 990 - 100);
+}
+
+TEST_F(ToastTest, LastsThreeSecondsAndGivesTheFocusBack)
+{
+    delete_first(5);
+    const double begin = ecore_time_get();
+    EXPECT_TRUE(panel().run_until([] { return !b_disable_focus; }, kEnd));
+    EXPECT_NEAR(ecore_time_get() - begin, 3.0, 0.4);
+    panel().settle();
+    EXPECT_THAT(toasts(), IsEmpty());
+    EXPECT_EQ(log().back().function, "__toast_timer_expired");
+    EXPECT_EQ(log().back().message, "Exit");
+    EXPECT_EQ(focused(), app()->genlist);
+    ASSERT_GE(focused_row(), 0);
+    const int before = focused_row();
+    press("Down");
+    EXPECT_EQ(focused_row(), (before + 1) % 4);
+    press("Right");
+    EXPECT_EQ(focused(), app()->edit_button);
+    press("Down");
+    EXPECT_EQ(focused(), app()->close_button);
+    press("Left");
+    EXPECT_EQ(focused(), app()->genlist);
+    press("XF86Back");
+    EXPECT_TRUE(closed_itself());
+}
+
+TEST_F(ToastTest, KeysAreOnlyLogged)
+{
+    delete_first(5);
+    for (const char *key : {"Up", "Down", "Left", "Right", "Return", "XF86Back", "XF86Close"}) {
+        forget();
+        const int position = current_position;
+        press(key);
+        EXPECT_THAT(messages(), ElementsAre("key[" + std::string(key) + "]", "b_disable_focus"));
+        EXPECT_TRUE(running()) << key;
+        EXPECT_FALSE(b_edit_status) << key;
+        EXPECT_EQ(current_position, position) << key;
+        EXPECT_EQ(toasts().size(), 1u) << key;
+    }
+    EXPECT_EQ(registered().size(), 4u);
+}
+
+TEST_F(ToastTest, OnABoardTheScreenIsAsBeforeAfterIt)
+{
+    use_product("board");
+    delete_first(5);
+    EXPECT_TRUE(wait_for_end());
+    panel().settle();
+    tap(app()->edit_button);
+    EXPECT_TRUE(b_edit_status);
+    tap(app()->exit_button);
+    EXPECT_FALSE(b_edit_status);
+    panel().tap(5, 5);
+    EXPECT_TRUE(closed_itself());
+}
+
+TEST_F(ToastTest, ClosingTheModuleWhileItIsUpLeavesNothingBehind)
+{
+    delete_first(5);
+    forget();
+    const guint timer = toastTimerTag;
+    close();
+    EXPECT_EQ(logged("toastTimerTag is removed!!"), 1);
+    EXPECT_EQ(g_main_context_find_source_by_id(nullptr, timer), nullptr);
+    EXPECT_THAT(toasts(), IsEmpty());
+    forget();
+    panel().run_until([] { return false; }, kEnd);
+    EXPECT_THAT(messages(), IsEmpty());
+    EXPECT_TRUE(b_disable_focus) << "the end of the toast was never called";
+}
+
+TEST_F(ToastTest, DeletingAllClosesTheModuleAndLeavesNothingBehind)
+{
+    open_edit(3);
+    press({"Right", "Return", "Down", "Return"});
+    forget();
+    answer_yes();
+    EXPECT_THAT(spoken(), ElementsAre(translated("COM_SID_ALL_DEVICES_DELTED")));
+    ASSERT_TRUE(closed_itself());
+    EXPECT_EQ(logged("toastTimerTag is removed!!"), 1);
+    forget();
+    panel().run_until([] { return false; }, kEnd);
+    EXPECT_THAT(messages(), IsEmpty());
+}
+
+TEST_F(ToastTest, WithAHostThatIsSlowToDestroyTheAllDeletedToastEndsToo)
+{
+    open_edit(3);
+    press({"Right", "Return", "Down", "Return"});
+    panel().key_down("Left");
+    panel().key_up("Left");
+    panel().key_down("Return"); /* the host destroys from its main loop, which has not run yet */
+    ASSERT_EQ(device_count, 0);
+    EXPECT_EQ(text_of(layout()), translated("COM_SID_ALL_DEVICES_DELTED"));
+    EXPECT_EQ(text_of(app()->edit_button), translated("COM_SID_DESELECT_ALL")) << "the labels are left alone";
+    forget();
+    Evas_Object *list = app()->genlist;
+    g_source_remove(toastTimerTag);
+    EXPECT_EQ(__toast_timer_expired(app()), FALSE);
+    toastTimerTag = 0;
+    EXPECT_FALSE(b_disable_focus);
+    EXPECT_FALSE(elm_object_focus_allow_get(list)) << "an empty list gets no focus";
+    EXPECT_THAT(messages(), ElementsAre("Enter", "Exit"));
+    EXPECT_TRUE(closed_itself());
+}
+
+TEST_F(ToastTest, AServiceEventMeanwhileShowsInTheListAndTheToastStays)
+{
+    delete_first(5);
+    vesk_port::DeviceStore(folder() / "devices.db").add({phone("New")});
+    panel().settle();
+    EXPECT_THAT(names(), Contains(shown_name("New")));
+    EXPECT_EQ(toasts().size(), 1u);
+    press("XF86Back");
+    EXPECT_TRUE(running());
+    EXPECT_TRUE(wait_for_end());
+    panel().settle();
+    EXPECT_EQ(focused(), app()->genlist);
+}
+
+TEST_F(ToastTest, ATurnMeanwhileDoesNoHarm)
+{
+    delete_first(5);
+    set("orientation", "portrait");
+    panel().settle();
+    EXPECT_EQ(toasts().size(), 1u);
+    EXPECT_TRUE(wait_for_end());
+    panel().settle();
+    press("Down");
+    EXPECT_EQ(focused(), app()->genlist);
+}
+
+TEST_F(ToastTest, TheFocusTimerLogsAndEnds)
+{
+    register_devices(phones(2));
+    open();
+    forget();
+    EXPECT_EQ(_timer_cb(app()->close_button), ECORE_CALLBACK_CANCEL);
+    char line[64];
+    snprintf(line, sizeof line, "  _timer_cb  [%p]", static_cast<void *>(app()->close_button));
+    EXPECT_THAT(messages(), ElementsAre(line));
+    panel().settle();
+    EXPECT_EQ(focused(), app()->close_button);
+}
+
+} // namespace
