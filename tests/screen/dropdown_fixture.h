@@ -23,10 +23,7 @@ protected:
     Elm_Object_Item *choice(int position) { return row(app()->action_genlist, position); }
 
     /* Position of the choice with the focus, -1 when the focus is elsewhere. */
-    int focused_choice()
-    {
-        return dropdown_open() && focused() == app()->action_genlist ? focused_row() : -1;
-    }
+    int focused_choice() { return dropdown_open() && focused() == app()->action_genlist ? focused_row() : -1; }
 
     int status_of(const std::string &name) const
     {

@@ -92,13 +92,12 @@ TEST_P(EachPlaceTest, ItsChoicesAreWhollyWithinIt)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Places, EachPlaceTest,
-    testing::Values(Place{"Television", "television", "landscape", "en_GB", 1.0, 0},
-                    Place{"TelevisionArabic", "television", "landscape", "ar_AE", 1.0, 0},
-                    Place{"TelevisionTurned", "television", "portrait", "en_GB", 1.0, 0},
-                    Place{"Board", "board", "landscape", "en_GB", 1.0, 5},
-                    Place{"BoardTurned", "board", "portrait", "en_GB", 0.5625, 5}),
-    [](const testing::TestParamInfo<Place> &place) { return place.param.name; });
+INSTANTIATE_TEST_SUITE_P(Places, EachPlaceTest,
+                         testing::Values(Place{"Television", "television", "landscape", "en_GB", 1.0, 0},
+                                         Place{"TelevisionArabic", "television", "landscape", "ar_AE", 1.0, 0},
+                                         Place{"TelevisionTurned", "television", "portrait", "en_GB", 1.0, 0},
+                                         Place{"Board", "board", "landscape", "en_GB", 1.0, 5},
+                                         Place{"BoardTurned", "board", "portrait", "en_GB", 0.5625, 5}),
+                         [](const testing::TestParamInfo<Place> &place) { return place.param.name; });
 
 } // namespace

@@ -357,8 +357,7 @@ TEST_P(DismissTest, TheKeyIsSpokenWithTheChoiceOfTheCounter)
     EXPECT_EQ(logged(std::string("Key[") + GetParam() + "]"), 2);
 }
 
-INSTANTIATE_TEST_SUITE_P(Keys, DismissTest,
-                         testing::Values("XF86Back", "XF86Close", "XF86BackX", "XF86CloseWindow"));
+INSTANTIATE_TEST_SUITE_P(Keys, DismissTest, testing::Values("XF86Back", "XF86Close", "XF86BackX", "XF86CloseWindow"));
 
 /* --- What is spoken --- */
 

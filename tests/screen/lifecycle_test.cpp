@@ -49,9 +49,9 @@ TEST_F(LifecycleTest, RunsInTheOrderOfTheHost)
     press("XF86Back");
     ASSERT_TRUE(closed_itself());
     EXPECT_THAT(lines_of({"_on_create", "_on_start", "_on_destroy", "UG_MODULE_EXIT"}),
-                testing::ElementsAre("_on_create: Enter", "_on_create: Exit", "_on_start: VESK started.",
-                                     "_on_destroy: VESK destroyed.",
-                                     "UG_MODULE_EXIT: RDM callback already deregistered.", "UG_MODULE_EXIT: VESK EXIT"));
+                testing::ElementsAre(
+                    "_on_create: Enter", "_on_create: Exit", "_on_start: VESK started.", "_on_destroy: VESK destroyed.",
+                    "UG_MODULE_EXIT: RDM callback already deregistered.", "UG_MODULE_EXIT: VESK EXIT"));
     EXPECT_EQ(priority_of("RDM callback already deregistered."), DLOG_WARN);
     EXPECT_EQ(logged("RDM callback registered successfully - handler[" + handle + "]"), 1);
     EXPECT_EQ(logged("Success to set RDM callback[0]"), 1);
@@ -114,11 +114,11 @@ TEST_F(LifecycleTest, AFailedRegistrationIsTakenBackAllTheSame)
     EXPECT_EQ(texts(app()->genlist).size(), 2U) << "the start goes on";
     press("XF86Back");
     ASSERT_TRUE(closed_itself());
-    EXPECT_GE(std::ranges::count_if(messages(),
-                                    [](const std::string &line) {
-                                        return line.starts_with("Failed to unset RDM callback[-");
-                                    }),
-              2) << "once by the close and once by the exit";
+    EXPECT_GE(
+        std::ranges::count_if(
+            messages(), [](const std::string &line) { return line.starts_with("Failed to unset RDM callback[-"); }),
+        2)
+        << "once by the close and once by the exit";
     EXPECT_EQ(logged("Sucess to unset RDM callback[0]"), 1) << "the orientation watch";
 }
 

@@ -228,8 +228,7 @@ TEST_P(LeavingTest, TheKeyClosesTheModule)
     EXPECT_EQ(logged("VESK EXIT"), 1);
 }
 
-INSTANTIATE_TEST_SUITE_P(Keys, LeavingTest,
-                         testing::Values("XF86Back", "XF86Close", "XF86BackX", "XF86CloseButton"));
+INSTANTIATE_TEST_SUITE_P(Keys, LeavingTest, testing::Values("XF86Back", "XF86Close", "XF86BackX", "XF86CloseButton"));
 
 TEST_F(ListTest, ShorterAndOtherKeysLeaveTheModuleOpen)
 {

@@ -138,8 +138,7 @@ TEST_P(OtherStatusTest, ChangesNothing)
     if (status == 3 || status == 4) {
         EXPECT_THAT(messages(), ElementsAre(status_line(info)));
     } else {
-        EXPECT_THAT(messages(),
-                    ElementsAre(status_line(info), "Invalid status[" + std::to_string(status) + "]"));
+        EXPECT_THAT(messages(), ElementsAre(status_line(info), "Invalid status[" + std::to_string(status) + "]"));
         EXPECT_EQ(log().back().priority, DLOG_WARN);
     }
     EXPECT_EQ(app()->genlist, before);
@@ -166,8 +165,8 @@ TEST_F(LiveTest, FieldsWithoutAnEndAndWithoutATextAreReadNoFurther)
     info.status = 1;
     vesk_port::emit(info);
     const std::string field(18, '\xff');
-    EXPECT_EQ(log().front().message, "Status changed >> BTMAC[" + field + "], WIFIMAC[" + field + "], P2PMAC[" +
-                                         field + "], STATUS[1]");
+    EXPECT_EQ(log().front().message,
+              "Status changed >> BTMAC[" + field + "], WIFIMAC[" + field + "], P2PMAC[" + field + "], STATUS[1]");
     expect_the_user_goes_on();
 }
 

@@ -1,7 +1,7 @@
 /* Many reports of the registered-device service in a row.
  *
- * The toolkit frees deleted objects with the next frame only and walks them all for each new row, so its time grows with
- * the square of the reports within one frame; a storm comes in bursts here, with frames between them. */
+ * The toolkit frees deleted objects with the next frame only and walks them all for each new row, so its time grows
+ * with the square of the reports within one frame; a storm comes in bursts here, with frames between them. */
 
 #include <cstring>
 
