@@ -1,5 +1,7 @@
-/* Popups stay on the panel. A module may place a popup by numbers that are meant for the wide panel; on a turned one it
-   would lie outside, with the focus in it. To see it: a right-to-left language, portrait, Return on a row. */
+/* Popups are where they are meant to be, and on the panel. A module may place a popup by numbers that are meant for the
+   wide panel; on a turned one it would lie outside, with the focus in it. In a right-to-left language they are also
+   meant for a popup of the drop-down's size; one of the panel's size shows the drop-down in its middle, far from its
+   row. To see it: Arabic, a board or portrait, Return on a row. */
 
 #include "bends.h"
 
@@ -11,6 +13,20 @@ namespace vesk::bends {
 namespace {
 
 constexpr int kMargin = 24;
+constexpr int kListMiddle = 1130;     /* of the wide panel, which the numbers mirror at */
+constexpr double kContentInset = 10;  /* of the list within the drop-down, in the theme's design pixels */
+constexpr char kLeft[] = "vesk.left"; /* on a popup: where this room has put it, + 1 */
+
+void put(Evas_Object *popup, int x, int y)
+{
+    evas_object_move(popup, x, y);
+    evas_object_data_set(popup, kLeft, reinterpret_cast<void *>(static_cast<intptr_t>(x) + 1));
+}
+
+bool was_put(const Evas_Object *popup, int x)
+{
+    return reinterpret_cast<intptr_t>(evas_object_data_get(popup, kLeft)) == static_cast<intptr_t>(x) + 1;
+}
 
 } // namespace
 
@@ -22,12 +38,13 @@ void keep_on_panel()
         return;
     int panel_width = 0;
     int x = 0;
+    int y = 0;
     int width = 0;
     int popup_x = 0;
     int popup_y = 0;
     int popup_width = 0;
     evas_object_geometry_get(window(), nullptr, nullptr, &panel_width, nullptr);
-    evas_object_geometry_get(content, &x, nullptr, &width, nullptr);
+    evas_object_geometry_get(content, &x, &y, &width, nullptr);
     evas_object_geometry_get(popup, &popup_x, &popup_y, &popup_width, nullptr);
     const bool placed = popup_x != 0 || popup_y != 0;
     if (!placed || width == 0 || width > panel_width)
@@ -36,10 +53,17 @@ void keep_on_panel()
        it is laid out its content lies somewhere. */
     if (std::abs(2 * (x - popup_x) + width - popup_width) > 2)
         return;
+    if (elm_config_mirrored_get() && !was_put(popup, popup_x)) {
+        const bool centred = popup_width == panel_width;
+        const int inset = static_cast<int>(kContentInset * elm_object_scale_get(window()));
+        const int shift = panel_width < kListMiddle ? panel_width - 2 * kListMiddle : 0;
+        put(popup, popup_x + shift - (centred ? x - inset - popup_x : 0), popup_y - (centred ? y - popup_y : 0));
+        return;
+    }
     const int margin = std::min(kMargin, (panel_width - width) / 2);
     const int place = std::clamp(x, margin, panel_width - margin - width);
     if (place != x)
-        evas_object_move(popup, popup_x + place - x, popup_y);
+        put(popup, popup_x + place - x, popup_y);
 }
 
 } // namespace vesk::bends
