@@ -136,18 +136,18 @@ void check_dropdown(const Shown &scene, std::vector<Finding> &findings)
     const auto &area = dropdown->area;
     if (!near(area.w, scene.scaled(kDropdownWidth)) || !near(area.h, scene.scaled(kDropdownHeight)))
         findings.push_back({"The drop-down is " + described(area) + ".", area});
-    /* A board's is placed by constants that round several times. */
+    /* A board's is placed by constants that round several times, and from right to left by those of the wide panel. */
+    if (scene.setting.compact() && scene.setting.right_to_left())
+        return;
     const int near_enough = scene.setting.compact() ? 6 : 2;
     const int end = scene.scaled(kDropdownToRowEnd);
     const int apart = scene.setting.right_to_left() ? area.x - row.x : row.right() - area.right();
-    /* A right-to-left module places it for the wide panel; on a turned one the host only keeps it on the panel. */
-    if (!(scene.setting.right_to_left() && scene.setting.portrait) && std::abs(apart - end) > near_enough)
+    if (std::abs(apart - end) > near_enough)
         findings.push_back({"The drop-down ends " + std::to_string(apart) + " before the row does, instead of " +
                                 std::to_string(end) + ".",
                             area});
     const int above = row.bottom() - area.y;
-    if (!(scene.setting.right_to_left() && scene.setting.board()) &&
-        std::abs(above - scene.scaled(kDropdownAboveRowBottom)) > near_enough)
+    if (std::abs(above - scene.scaled(kDropdownAboveRowBottom)) > near_enough)
         findings.push_back({"The drop-down begins " + std::to_string(above) + " above the row's bottom, instead of " +
                                 std::to_string(scene.scaled(kDropdownAboveRowBottom)) + ".",
                             area});
