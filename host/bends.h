@@ -95,6 +95,12 @@ void keep_on_panel();
 void begin_contrast();
 void end_contrast();
 
+/* Measures an object and everything within it again. */
+void lay_out_again(Evas_Object *object);
+
+/* The popups that are shown, the lowest first. */
+std::vector<Evas_Object *> shown_popups();
+
 /* --- Drawing (bends_redraw.cpp) --- */
 
 /* Lets an off-screen canvas draw what has changed instead of all. */

@@ -181,14 +181,17 @@ void focus_forbidden(Evas_Object *object)
 void bring_focus()
 {
     tries = 0;
-    /* Counted here as well: what is asked for on the way begins the tries anew, and without the keyboard none counts. */
+    /* Counted here as well: what is asked for on the way begins the tries anew, and without the keyboard none counts.
+     */
     for (int turn = 0; turn < kTries && !keep_focus(); ++turn) {
     }
+    tries = 0; /* what waits for a frame, a row of a new list, gets its turns of the main loop all the same */
 }
 
 void row_realized(Evas_Object *list)
 {
     evas_object_data_del(list, kPlainRow);
+    tries = 0;
 }
 
 void show_focus()

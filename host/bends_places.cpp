@@ -6,13 +6,16 @@
 #include "bends.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
+#include <string_view>
 
 namespace vesk::bends {
 
 namespace {
 
 constexpr int kMargin = 24;
+constexpr std::array<std::string_view, 6> kPlain{"image", "line", "polygon", "rectangle", "text", "textblock"};
 constexpr int kListMiddle = 1130;     /* of the wide panel, which the numbers mirror at */
 constexpr double kContentInset = 10;  /* of the list within the drop-down, in the theme's design pixels */
 constexpr char kLeft[] = "vesk.left"; /* on a popup: where this room has put it, + 1 */
@@ -29,6 +32,22 @@ bool was_put(const Evas_Object *popup, int x)
 }
 
 } // namespace
+
+/* A layout whose theme group has come to need other sizes is not measured again by itself, and keeps the size that it
+   had on the panel before. To see it: turn the panel while the list is open. Innermost first, as each asks what lies in
+   it. */
+void lay_out_again(Evas_Object *object)
+{
+    const std::string type = evas_object_type_get(object);
+    if (std::ranges::find(kPlain, type) != kPlain.end())
+        return;
+    Eina_List *members = evas_object_smart_members_get(object);
+    for (const Eina_List *link = members; link; link = eina_list_next(link))
+        lay_out_again(static_cast<Evas_Object *>(eina_list_data_get(link)));
+    eina_list_free(members);
+    if (type == "elm_layout" || type == "elm_popup" || type == "elm_button")
+        elm_layout_sizing_eval(object);
+}
 
 void keep_on_panel()
 {

@@ -55,6 +55,13 @@ Evas_Object *scope()
     return top != popups.rend() ? *top : window();
 }
 
+std::vector<Evas_Object *> shown_popups()
+{
+    std::vector<Evas_Object *> found;
+    std::ranges::copy_if(popups, std::back_inserter(found), evas_object_visible_get);
+    return found;
+}
+
 bool may_focus(const Evas_Object *object)
 {
     if (std::ranges::find(key_takers, object) == key_takers.end())

@@ -149,6 +149,7 @@ void play(const Options &options)
         return;
     }
     std::puts(remote_keys_line);
+    std::fflush(stdout);
     connect_keyboard(panel);
     toolkit.run_until(over);
 }

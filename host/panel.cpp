@@ -179,6 +179,8 @@ void Panel::turn(bool portrait)
     portrait_ = portrait;
     take_form();
     evas_object_resize(window_, width(), height());
+    for (auto *popup : bends::shown_popups())
+        bends::lay_out_again(popup);
     int window_width = 0;
     int window_height = 0;
     evas_object_geometry_get(top_, nullptr, nullptr, &window_width, &window_height);

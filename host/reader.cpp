@@ -96,7 +96,11 @@ std::string text_of_widget(Evas_Object *widget)
 void read(const Evas_Object *window)
 {
     auto *widget = elm_object_focused_object_get(window);
-    if (resting == last || widget != resting.widget || !bends::may_focus(widget))
+    if (widget != resting.widget || !bends::may_focus(widget)) {
+        resting = {}; /* it may come back to the same place */
+        return;
+    }
+    if (resting == last)
         return;
     last = resting;
     const auto text = spoken(last.row ? text_of_row(last.row) : text_of_widget(widget));

@@ -11,7 +11,7 @@ namespace vesk {
 
 /* Which keys of the keyboard are the remote's. */
 inline constexpr const char *remote_keys_line =
-    "Keys: arrows, Enter, Esc or Backspace for Back, F4 for Close. A click is a touch.";
+    "Keys: arrows, Enter, Esc or Backspace is Back, F4 is Close; a click is a touch.";
 
 /* One step of a script: a key of the remote, a finger, or a pause. */
 struct RemoteStep {

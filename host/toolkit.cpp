@@ -4,6 +4,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
+#include <dlfcn.h>
 #include <mutex>
 #include <stdexcept>
 #include <string>
@@ -29,6 +30,7 @@ struct Loop {
     Ecore_Select_Function wait = nullptr;        /* the toolkit's own */
     Ecore_Timer *ticks = nullptr;                /* while something is animated and no display's refresh drives it */
     const std::function<bool()> *over = nullptr; /* when to end; timers may have brought it about in this very turn */
+    double last_tick = 0.0;                      /* in the toolkit's time */
     bool settling = false;
     bool idle = false;
     bool still = false;
@@ -72,16 +74,26 @@ Eina_Bool wake(void *)
     return ECORE_CALLBACK_RENEW;
 }
 
+double frame_seconds()
+{
+    return loop.still ? kStillFrameSeconds : kFrameSeconds;
+}
+
 Eina_Bool tick(void *)
 {
+    loop.last_tick = ecore_time_get();
+    ecore_timer_interval_set(loop.ticks, frame_seconds());
     ecore_animator_custom_tick();
     return ECORE_CALLBACK_RENEW;
 }
 
+/* What begins after a rest moves at once: the toolkit's own ticker would let every key wait for a whole frame. */
 void begin_ticks(void *)
 {
-    if (!loop.ticks)
-        loop.ticks = ecore_timer_add(loop.still ? kStillFrameSeconds : kFrameSeconds, tick, nullptr);
+    if (loop.ticks)
+        return;
+    const double next = loop.last_tick + frame_seconds() - ecore_time_get();
+    loop.ticks = ecore_timer_add(std::max(next, 0.0), tick, nullptr);
 }
 
 void end_ticks(void *)
@@ -110,6 +122,15 @@ void log_glib_message(const char *domain, GLogLevelFlags level, const char *text
     if (loop.log_messages)
         vesk_port::log_line(level & (G_LOG_LEVEL_ERROR | G_LOG_LEVEL_CRITICAL) ? DLOG_ERROR : DLOG_WARN, "GLIB",
                             std::string(domain ? domain : "") + ": " + text);
+}
+
+/* Xlib writes to the terminal when the display lacks an extension that the toolkit can do without. */
+void silence_xlib()
+{
+    using Handler = int (*)(void *display, const char *extension, const char *reason);
+    using Set = Handler (*)(Handler);
+    if (const auto set = reinterpret_cast<Set>(dlsym(RTLD_DEFAULT, "XSetExtensionErrorHandler")))
+        set([](void *, const char *, const char *) { return 0; });
 }
 
 void set_default(const char *name, const std::string &value)
@@ -180,9 +201,10 @@ Toolkit::Toolkit(const ToolkitOptions &options) : options_(options)
     eina_log_print_cb_set(log_toolkit_message, nullptr);
     g_log_set_default_handler(log_glib_message, nullptr);
     ecore_animator_source_set(ECORE_ANIMATOR_SOURCE_TIMER);
+    silence_xlib();
     efreet_cache_disable();
-    char name[] = "vesk-host";
-    char *arguments[] = {name, nullptr};
+    static char name[] = "vesk-host"; /* the toolkit keeps the pointers and tells a window manager */
+    static char *arguments[] = {name, nullptr};
     if (!elm_init(1, arguments))
         throw std::runtime_error("The widget toolkit does not start; reinstall the Debian package libelementary1.");
 

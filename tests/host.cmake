@@ -1,0 +1,26 @@
+# vesk-host as its users run it: a separate process with the real shared object, and veskctl beside it.
+
+add_library(host_fixture STATIC ${CMAKE_CURRENT_SOURCE_DIR}/e2e/host_fixture.cpp)
+target_include_directories(host_fixture PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/e2e)
+target_compile_definitions(host_fixture PRIVATE VESK_HOST="$<TARGET_FILE:vesk-host>")
+target_link_libraries(host_fixture PUBLIC port_fixture PRIVATE vesk_warnings)
+add_dependencies(host_fixture vesk-host vesk_module vesk_theme vesk_pictures vesk_catalogues vesk_profiles)
+
+# Modules that refuse in two ways.
+foreach(REFUSAL IN ITEMS init create)
+  add_library(refusing_${REFUSAL} MODULE ${CMAKE_CURRENT_SOURCE_DIR}/e2e/refusing_module.cpp)
+  string(TOUPPER ${REFUSAL} WHAT)
+  target_compile_definitions(refusing_${REFUSAL} PRIVATE REFUSES_${WHAT})
+  set_target_properties(refusing_${REFUSAL} PROPERTIES LIBRARY_OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})
+  target_link_libraries(refusing_${REFUSAL} PRIVATE vesk_platform vesk_warnings)
+endforeach()
+
+vesk_add_test(host_test LABEL e2e LIBRARIES host_fixture SOURCES
+  ${CMAKE_CURRENT_SOURCE_DIR}/e2e/host_display_test.cpp
+  ${CMAKE_CURRENT_SOURCE_DIR}/e2e/host_keys_test.cpp
+  ${CMAKE_CURRENT_SOURCE_DIR}/e2e/host_life_test.cpp
+  ${CMAKE_CURRENT_SOURCE_DIR}/e2e/host_options_test.cpp
+  ${CMAKE_CURRENT_SOURCE_DIR}/e2e/host_reader_test.cpp)
+target_compile_definitions(host_test PRIVATE
+  REFUSING_INIT="$<TARGET_FILE:refusing_init>" REFUSING_CREATE="$<TARGET_FILE:refusing_create>")
+add_dependencies(host_test refusing_init refusing_create)
