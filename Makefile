@@ -25,7 +25,7 @@ gallery: packages-test build
 	@$(RELEASE)/bin/vesk-gallery $(ARGS)
 
 soak: packages-test build
-	@$(RELEASE)/bin/walk_test --gtest_also_run_disabled_tests=0 --steps $(or $(STEPS),200000) --seed $(or $(SEED),random)
+	@$(RELEASE)/bin/screen_walk_test --steps $(or $(STEPS),200000) --seed $(or $(SEED),random)
 
 build:
 	@cmake --preset release > $(RELEASE)-configure.log 2>&1 || { cat $(RELEASE)-configure.log; exit 1; }

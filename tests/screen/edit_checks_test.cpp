@@ -18,7 +18,8 @@ static int checks_made;
 
 extern "C" Eina_Bool elm_object_style_set(Evas_Object *object, const char *style)
 {
-    static const auto next = reinterpret_cast<decltype(&elm_object_style_set)>(dlsym(RTLD_NEXT, "elm_object_style_set"));
+    static const auto next =
+        reinterpret_cast<decltype(&elm_object_style_set)>(dlsym(RTLD_NEXT, "elm_object_style_set"));
     checks_made += style && strcmp(style, "C_Checkbox_White") == 0;
     return next(object, style);
 }

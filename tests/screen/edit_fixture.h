@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "canvas_parts.h"
 #include "screen_test.h"
 #include "translate.h"
 #include "ug/app_keys.h"
@@ -13,6 +14,24 @@
 
 class EditTest : public ScreenTest {
 protected:
+    /* The state of the screen, by its name in docs/states.md. */
+    std::string state_now()
+    {
+        if (!running())
+            return "closed";
+        if (b_disable_focus)
+            return "toast";
+        if (app()->delete_popup)
+            return "confirmation";
+        if (app()->detail_popup)
+            return "details";
+        if (!shown_popups(panel().canvas(), "C_ListDropdown_White").empty())
+            return "drop-down";
+        if (b_edit_status)
+            return "edit mode";
+        return device_count > 0 ? "list" : "empty list";
+    }
+
     /* From the list, with the focus on a row. */
     void begin_edit()
     {

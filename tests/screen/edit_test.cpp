@@ -9,8 +9,8 @@
 #include "edit_fixture.h"
 #include "ug/action_popup.h"
 
-using testing::ElementsAre;
 using testing::Each;
+using testing::ElementsAre;
 
 /* Functions of the toolkit that never fail by themselves. */
 static bool no_row_class;

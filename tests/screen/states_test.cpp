@@ -5,7 +5,6 @@
 #include <map>
 #include <sstream>
 
-#include "canvas_parts.h"
 #include "edit_fixture.h"
 
 namespace {
@@ -90,10 +89,11 @@ std::vector<Way> ways_of_choosing()
 
 std::string test_name(const testing::TestParamInfo<Way> &info)
 {
-    std::string name = info.param.state + "_" + info.param.event + (info.param.touch ? "_touch_" : "_key_") +
-                       info.param.product;
+    std::string name =
+        info.param.state + "_" + info.param.event + (info.param.touch ? "_touch_" : "_key_") + info.param.product;
     std::erase_if(name, [](char c) { return c == ','; });
-    std::ranges::replace_if(name, [](char c) { return !isalnum(c); }, '_');
+    std::ranges::replace_if(
+        name, [](char c) { return !isalnum(c); }, '_');
     return name;
 }
 
@@ -117,23 +117,6 @@ struct StatesTest : EditTest, testing::WithParamInterface<Way> {
         for (const std::string &key : keys.at(state))
             press(key.c_str());
         ASSERT_EQ(state_now(), state);
-    }
-
-    std::string state_now()
-    {
-        if (!running())
-            return "closed";
-        if (b_disable_focus)
-            return "toast";
-        if (app()->delete_popup)
-            return "confirmation";
-        if (app()->detail_popup)
-            return "details";
-        if (!shown_popups(panel().canvas(), "C_ListDropdown_White").empty())
-            return "drop-down";
-        if (b_edit_status)
-            return "edit mode";
-        return device_count > 0 ? "list" : "empty list";
     }
 
     void tap_row(Evas_Object *list, int index)
