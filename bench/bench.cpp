@@ -34,8 +34,8 @@ void describe(CLI::App &program, Options &options)
     std::string footer = "\nMeasurements:\n";
     for (const Measurement &measurement : measurements()) {
         names.emplace_back(measurement.name);
-        footer += "  " + std::string(measurement.name) + std::string(10 - names.back().size(), ' ') +
-                  measurement.help + "\n";
+        footer +=
+            "  " + std::string(measurement.name) + std::string(10 - names.back().size(), ' ') + measurement.help + "\n";
     }
     program.footer(footer);
     program.add_flag("--quick", options.quick, "few rounds: a look within a minute, no figures to keep");

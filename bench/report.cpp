@@ -118,7 +118,9 @@ void print(const std::vector<Line> &lines)
                     number(figure(line, line.module), places).c_str(),
                     line.bare.empty() ? "" : number(figure(line, line.bare), places).c_str(),
                     compared ? number(*compared, 2).c_str() : "", aim_text(line).c_str(),
-                    !met ? "" : *met ? "met" : "MISSED");
+                    !met   ? ""
+                    : *met ? "met"
+                           : "MISSED");
     }
 }
 

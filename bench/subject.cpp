@@ -25,7 +25,8 @@ namespace {
 using nlohmann::json;
 
 constexpr int64_t kKeyIntervalNs = 1'000'000'000 / 30; /* a held key of the remote: 30 presses a second */
-constexpr int kLostKeyMs = 500; /* a key without a visible consequence for so long is lost */
+constexpr int kAfterglowMs = 1000; /* what an opening leaves to do later belongs to it, not to idleness */
+constexpr int kLostKeyMs = 500;    /* a key without a visible consequence for so long is lost */
 
 /* The driver's commands, which arrive while the main loop runs; without one the program sleeps in it. */
 class Commands {
@@ -161,6 +162,7 @@ private:
                 &turns_);
         }
         come_to_rest();
+        panel_.run_until([] { return false; }, kAfterglowMs);
         turns_ = 0;
         return json::object();
     }
@@ -197,8 +199,7 @@ private:
         const int next = focused_row() + 1;
         const int64_t begun = now();
         screen_->press_down();
-        const double duration =
-            ms(frames_.wait_for("the pressed key", [&] { return focused_row() == next; }) - begun);
+        const double duration = ms(frames_.wait_for("the pressed key", [&] { return focused_row() == next; }) - begun);
         come_to_rest();
         return {{"ms", duration}};
     }
