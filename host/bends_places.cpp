@@ -16,20 +16,23 @@ namespace {
 
 constexpr int kMargin = 24;
 constexpr std::array<std::string_view, 6> kPlain{"image", "line", "polygon", "rectangle", "text", "textblock"};
-constexpr int kListMiddle = 1130;     /* of the wide panel, which the numbers mirror at */
-constexpr double kContentInset = 10;  /* of the list within the drop-down, in the theme's design pixels */
-constexpr char kLeft[] = "vesk.left"; /* on a popup: where this room has put it, + 1 */
+constexpr int kListMiddle = 1130;    /* of the wide panel, which the numbers mirror at */
+constexpr double kContentInset = 10; /* of the list within the drop-down, in the theme's design pixels */
 
-void put(Evas_Object *popup, int x, int y)
-{
-    evas_object_move(popup, x, y);
-    evas_object_data_set(popup, kLeft, reinterpret_cast<void *>(static_cast<intptr_t>(x) + 1));
-}
+struct Place {
+    int x = 0;
+    int y = 0;
+    bool operator==(const Place &) const = default;
+};
 
-bool was_put(const Evas_Object *popup, int x)
-{
-    return reinterpret_cast<intptr_t>(evas_object_data_get(popup, kLeft)) == static_cast<intptr_t>(x) + 1;
-}
+/* The popup that this room has moved last: where the module wants it, which holds for every form of the panel, and
+   where it was put. */
+struct Moved {
+    const Evas_Object *popup = nullptr;
+    Place wanted;
+    Place put;
+};
+Moved moved;
 
 } // namespace
 
@@ -72,17 +75,23 @@ void keep_on_panel()
        it is laid out its content lies somewhere. */
     if (std::abs(2 * (x - popup_x) + width - popup_width) > 2)
         return;
-    if (elm_config_mirrored_get() && !was_put(popup, popup_x)) {
-        const bool centred = popup_width == panel_width;
-        const int inset = static_cast<int>(kContentInset * elm_object_scale_get(window()));
-        const int shift = panel_width < kListMiddle ? panel_width - 2 * kListMiddle : 0;
-        put(popup, popup_x + shift - (centred ? x - inset - popup_x : 0), popup_y - (centred ? y - popup_y : 0));
-        return;
+    const Place now{popup_x, popup_y};
+    const Place wanted = moved.popup == popup && moved.put == now ? moved.wanted : now;
+    Place place = wanted;
+    if (elm_config_mirrored_get()) {
+        place.x += panel_width < kListMiddle ? panel_width - 2 * kListMiddle : 0;
+        if (popup_width == panel_width) {
+            place.x -= x - static_cast<int>(kContentInset * elm_object_scale_get(window())) - popup_x;
+            place.y -= y - popup_y;
+        }
     }
     const int margin = std::min(kMargin, (panel_width - width) / 2);
-    const int place = std::clamp(x, margin, panel_width - margin - width);
-    if (place != x)
-        put(popup, popup_x + place - x, popup_y);
+    const int before_content = x - popup_x;
+    place.x = std::clamp(place.x + before_content, margin, panel_width - margin - width) - before_content;
+    if (place == now)
+        return;
+    moved = {popup, wanted, place};
+    evas_object_move(popup, place.x, place.y);
 }
 
 } // namespace vesk::bends
