@@ -24,16 +24,19 @@ protected:
             const int null = open("/dev/null", O_WRONLY);
             dup2(null, STDERR_FILENO);
             const std::string descriptor = std::to_string(number[1]);
-            execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", "1600x1200x24", "-nolisten", "tcp",
-                   nullptr);
+            execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", "1600x1200x24", "-noreset",
+                   "-nolisten", "tcp", nullptr);
             _exit(127);
         }
         close(number[1]);
-        char text[16] = "";
-        const ssize_t length = read(number[0], text, sizeof text - 1);
+        /* The number and its line end come in two writes. */
+        std::string display = ":";
+        char letter = 0;
+        while (read(number[0], &letter, 1) == 1 && letter != '\n')
+            display += letter;
         close(number[0]);
-        ASSERT_GT(length, 0) << "Xvfb does not start";
-        setenv("DISPLAY", (":" + std::string(text, static_cast<size_t>(length) - 1)).c_str(), 1);
+        ASSERT_EQ(letter, '\n') << "Xvfb does not start";
+        setenv("DISPLAY", display.c_str(), 1);
     }
 
     void TearDown() override
