@@ -4,8 +4,6 @@ find_package(Python3 REQUIRED COMPONENTS Interpreter)
 
 set(FOLDER ${CMAKE_CURRENT_LIST_DIR}/transcripts)
 set(PROGRAMS ${CMAKE_BINARY_DIR}/bin)
-add_custom_target(transcript_programs
-  DEPENDS vesk-host veskctl vesk_module vesk_theme vesk_pictures vesk_catalogues vesk_profiles)
 set(CASES "")
 
 file(GLOB JOURNEYS CONFIGURE_DEPENDS ${FOLDER}/*.journey)
@@ -28,8 +26,8 @@ foreach(LINE IN LISTS LINES)
   elseif(LINE MATCHES "def (test_[a-z_]+)")
     add_test(NAME transcript.${GROUP}.${CMAKE_MATCH_1}
       COMMAND ${Python3_EXECUTABLE} -B ${TEST_FILE} ${GROUP}.${CMAKE_MATCH_1})
-    set_property(TEST transcript.${GROUP}.${CMAKE_MATCH_1} PROPERTY ENVIRONMENT "BIN=${PROGRAMS}")
     list(APPEND CASES transcript.${GROUP}.${CMAKE_MATCH_1})
   endif()
 endforeach()
-set_tests_properties(${CASES} PROPERTIES LABELS e2e TIMEOUT 120)
+set(LEAKS suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:fast_unwind_on_malloc=0:print_suppressions=0)
+set_tests_properties(${CASES} PROPERTIES LABELS e2e TIMEOUT 120 ENVIRONMENT "BIN=${PROGRAMS};LSAN_OPTIONS=${LEAKS}")
