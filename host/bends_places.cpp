@@ -25,14 +25,28 @@ struct Place {
     bool operator==(const Place &) const = default;
 };
 
-/* The popup that this room has moved last: where the module wants it, which holds for every form of the panel, and
-   where it was put. */
-struct Moved {
+/* The popup that was placed last: where the module wants it, which holds for every form of the panel; where it was put;
+   and the sizes of both then. */
+struct Placed {
     const Evas_Object *popup = nullptr;
     Place wanted;
     Place put;
+    int width = 0;
+    int height = 0;
+    int panel_width = 0;
 };
-Moved moved;
+Placed last;
+
+void remember(Evas_Object *popup, const Placed &placed)
+{
+    const auto forget = [](void *, Evas *, Evas_Object *gone, void *) {
+        if (last.popup == gone)
+            last = {};
+    };
+    if (last.popup != popup)
+        evas_object_event_callback_add(popup, EVAS_CALLBACK_DEL, forget, nullptr);
+    last = placed;
+}
 
 } // namespace
 
@@ -65,10 +79,17 @@ void keep_on_panel()
     int popup_x = 0;
     int popup_y = 0;
     int popup_width = 0;
+    int popup_height = 0;
     evas_object_geometry_get(window(), nullptr, nullptr, &panel_width, nullptr);
     evas_object_geometry_get(content, &x, &y, &width, nullptr);
-    evas_object_geometry_get(popup, &popup_x, &popup_y, &popup_width, nullptr);
+    evas_object_geometry_get(popup, &popup_x, &popup_y, &popup_width, &popup_height);
     const bool placed = popup_x != 0 || popup_y != 0;
+    if (!placed && popup == last.popup && panel_width == last.panel_width && popup_width > last.width) {
+        /* A panel that turns fills itself with every popup; it has turned back now. */
+        evas_object_resize(popup, last.width, last.height);
+        evas_object_move(popup, last.put.x, last.put.y);
+        return;
+    }
     if (!placed || width == 0 || width > panel_width)
         return;
     /* What is placed by a module has its content in its middle. A popup that fills the panel needs no place, and until
@@ -76,7 +97,7 @@ void keep_on_panel()
     if (std::abs(2 * (x - popup_x) + width - popup_width) > 2)
         return;
     const Place now{popup_x, popup_y};
-    const Place wanted = moved.popup == popup && moved.put == now ? moved.wanted : now;
+    const Place wanted = last.popup == popup && last.put == now ? last.wanted : now;
     Place place = wanted;
     if (elm_config_mirrored_get()) {
         place.x += panel_width < kListMiddle ? panel_width - 2 * kListMiddle : 0;
@@ -88,10 +109,9 @@ void keep_on_panel()
     const int margin = std::min(kMargin, (panel_width - width) / 2);
     const int before_content = x - popup_x;
     place.x = std::clamp(place.x + before_content, margin, panel_width - margin - width) - before_content;
-    if (place == now)
-        return;
-    moved = {popup, wanted, place};
-    evas_object_move(popup, place.x, place.y);
+    remember(popup, {popup, wanted, place, popup_width, popup_height, panel_width});
+    if (place != now)
+        evas_object_move(popup, place.x, place.y);
 }
 
 } // namespace vesk::bends
