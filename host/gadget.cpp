@@ -3,6 +3,9 @@
 #include <cstring>
 #include <dlfcn.h>
 #include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "bends.h"
 #include "desktop/gadget_host.h"
@@ -13,12 +16,31 @@ namespace {
 
 Gadget *current = nullptr; /* the one run that may ask to be destroyed */
 
+std::vector<std::pair<std::string, vconf_callback_fn>> watches;
+
+/* The loaded object that holds some code. */
+const void *object_with(const void *code)
+{
+    Dl_info info{};
+    return dladdr(code, &info) ? info.dli_fbase : nullptr;
+}
+
 std::runtime_error refused(const std::string &what)
 {
     return std::runtime_error(what + " Its log lines tell why (--log-level info).");
 }
 
 } // namespace
+
+void setting_watched(const char *key, vconf_callback_fn callback)
+{
+    watches.emplace_back(key, callback);
+}
+
+void setting_left(const char *key, vconf_callback_fn callback)
+{
+    std::erase(watches, std::pair(std::string(key), callback));
+}
 
 Gadget::Gadget(Panel &panel, Module linked) : panel_(panel), module_(linked) {}
 
@@ -106,14 +128,25 @@ void Gadget::stop()
     if (state_ == State::running || state_ == State::initialised)
         end_module();
     state_ = State::ended;
-    if (library_) {
-        dlclose(library_);
-        library_ = nullptr;
-    }
+    if (library_)
+        unload();
     if (current == this) {
         vesk_port::set_destroy_handler(nullptr);
         current = nullptr;
     }
+}
+
+void Gadget::unload()
+{
+    const auto *object = object_with(reinterpret_cast<const void *>(module_.init));
+    std::erase_if(watches, [object](const auto &watch) {
+        const bool own = object_with(reinterpret_cast<const void *>(watch.second)) == object;
+        if (own)
+            vconf_ignore_key_changed(watch.first.c_str(), watch.second);
+        return own;
+    });
+    dlclose(library_);
+    library_ = nullptr;
 }
 
 void Gadget::end_module()

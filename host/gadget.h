@@ -5,8 +5,14 @@
 
 #include "panel.h"
 #include "ui_gadget.h"
+#include "vconf.h"
 
 namespace vesk {
+
+/* A watch that somebody has set on a setting, or ended. A module that the host ends by itself leaves its own behind,
+   and the store would call back into the unloaded object. */
+void setting_watched(const char *key, vconf_callback_fn callback);
+void setting_left(const char *key, vconf_callback_fn callback);
 
 class Gadget {
 public:
@@ -48,6 +54,7 @@ private:
     static int wish_to_stop(ui_gadget_h handle);
     ui_gadget_h handle() { return reinterpret_cast<ui_gadget_h>(this); }
     void end_module();
+    void unload();
 
     Panel &panel_;
     void *library_ = nullptr;

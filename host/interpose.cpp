@@ -11,6 +11,7 @@
 
 #include "bends.h"
 #include "desktop/text.h"
+#include "gadget.h"
 #include "reader.h"
 #include "settings_overlay.h"
 #include "share.h"
@@ -182,6 +183,25 @@ __attribute__((visibility("default"))) char *vconf_get_str(const char *key)
     if (const auto overlay = key ? vesk::overlaid_setting(key) : std::nullopt)
         return vesk_port::allocated_copy(*overlay);
     PASS_ON(vconf_get_str, key);
+}
+
+__attribute__((visibility("default"))) int vconf_notify_key_changed(const char *key, vconf_callback_fn callback,
+                                                                    void *user_data)
+{
+    static const auto next = behind(&vconf_notify_key_changed, "vconf_notify_key_changed");
+    const int result = next(key, callback, user_data);
+    if (result == 0)
+        vesk::setting_watched(key, callback);
+    return result;
+}
+
+__attribute__((visibility("default"))) int vconf_ignore_key_changed(const char *key, vconf_callback_fn callback)
+{
+    static const auto next = behind(&vconf_ignore_key_changed, "vconf_ignore_key_changed");
+    const int result = next(key, callback);
+    if (result == 0)
+        vesk::setting_left(key, callback);
+    return result;
 }
 
 } // extern "C"
