@@ -155,7 +155,7 @@ def run_all(arguments):
         raise Problem(f"{folder} holds no journey.")
     languages = arguments.language or LANGUAGES
     plays = [(journey, language) for journey in journeys for language in languages]
-    failed = False
+    failed = different = False
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         runs = [(journey, language, pool.submit(transcript_of, arguments.bin, journey, language))
                 for journey, language in plays]
@@ -170,10 +170,10 @@ def run_all(arguments):
             if changes and arguments.command == "renew":
                 (folder / f"{journey.name}.{language}.txt").write_text(result.result(), encoding="utf-8")
             elif changes:
-                failed = True
-    if failed and arguments.command == "check":
+                different = True
+    if different:
         print("When this is meant: tools/transcripts.py renew", file=sys.stderr)
-    return 1 if failed else 0
+    return 1 if failed or different else 0
 
 
 def main():
