@@ -103,8 +103,9 @@ void end_ticks(void *)
 }
 
 /* The toolkit's own messages: into the log file when there is one, and never onto the terminal. */
-void log_toolkit_message(const Eina_Log_Domain *domain, Eina_Log_Level level, const char *, const char *function, int,
-                         const char *format, void *, va_list arguments)
+__attribute__((format(printf, 6, 0))) void log_toolkit_message(const Eina_Log_Domain *domain, Eina_Log_Level level,
+                                                               const char *, const char *function, int,
+                                                               const char *format, void *, va_list arguments)
 {
     if (!loop.log_messages)
         return;
