@@ -133,6 +133,13 @@ Evas_Object *wished_widget()
     return found != widgets.end() ? *found : nullptr;
 }
 
+/* One more turn of the main loop, where nothing else may be due: a try that failed is followed by the next. To see it:
+   have the list filled anew behind an open drop-down, and the drop-down had no focused choice until the next key. */
+void turn_again()
+{
+    ecore_job_add([](void *) {}, nullptr);
+}
+
 /* A popup that is shown gives the focus to its first button, although the module has just asked for another one. To
    see it: a confirmation whose default is its second button. Returns whether the wish has still to be fulfilled. */
 bool pursue_wish(const Evas_Object *focused)
@@ -216,9 +223,12 @@ bool keep_focus()
         return false;
     auto *focused = elm_object_focused_object_get(window());
     ++tries;
-    if (pursue_wish(focused))
+    if (pursue_wish(focused)) {
+        turn_again();
         return false;
+    }
     if (!may_focus(focused)) {
+        turn_again();
         if (auto *place = place_for_focus())
             give_focus(place);
         else

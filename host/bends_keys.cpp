@@ -118,11 +118,14 @@ const Arrow &opposite(const Arrow &arrow)
 
 /* The neighbour in the focus chain. A module that learns late that the language runs from right to left has named it
    for the other side: it is taken when it lies on this one. To see it: Arabic, Left on a row, and the second button had
-   the focus. Without a neighbour that may have the focus, what lies nearest on that side. */
+   the focus. A widget that is its own neighbour keeps the focus. Without a neighbour that may have the focus, what lies
+   nearest on that side. */
 Evas_Object *neighbour(Evas_Object *from, const Arrow &arrow)
 {
     auto *chained = elm_object_focus_next_object_get(from, arrow.direction);
-    if (chained != from && may_focus(chained))
+    if (chained == from)
+        return nullptr;
+    if (may_focus(chained))
         return chained;
     auto *mirrored = elm_object_focus_next_object_get(from, opposite(arrow).direction);
     if (arrow.x != 0 && mirrored != from && may_focus(mirrored) && distance(place_of(from), place_of(mirrored), arrow))
