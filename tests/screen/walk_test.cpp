@@ -21,8 +21,8 @@
 
 namespace {
 
-constexpr unsigned int kSlices = 20;
-constexpr long kSliceSteps = 1000;
+constexpr unsigned int kSlices = 40;
+constexpr long kSliceSteps = 500;
 
 /* From the command line. */
 long steps_wanted = 0;
@@ -290,9 +290,16 @@ struct WalkTest : EditTest, testing::WithParamInterface<unsigned int> {
     void expect_nothing_left(const std::string &state)
     {
         const bool second_popup = state == "drop-down" || state == "details" || state == "confirmation";
-        EXPECT_EQ(widgets("elm_popup"), second_popup ? 2u : 1u);
+        /* A touch, or a key after a refresh, can open something under a toast. */
+        const bool any_popup = state == "toast";
+        if (any_popup) {
+            EXPECT_LE(widgets("elm_popup"), 2u);
+        } else {
+            EXPECT_EQ(widgets("elm_popup"), second_popup ? 2u : 1u);
+        }
         /* A screen that was opened empty keeps its first list behind the label. */
-        const size_t lists = (state == "drop-down" || state == "details" ? 2u : 1u) + (opened_empty ? 1u : 0u);
+        const size_t lists =
+            (state == "drop-down" || state == "details" || any_popup ? 2u : 1u) + (opened_empty ? 1u : 0u);
         EXPECT_LE(widgets("elm_genlist"), lists);
     }
 
