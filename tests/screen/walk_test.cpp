@@ -21,8 +21,8 @@
 
 namespace {
 
-constexpr unsigned int kSlices = 40;
-constexpr long kSliceSteps = 500;
+constexpr unsigned int kSlices = 50;
+constexpr long kSliceSteps = 400;
 
 /* From the command line. */
 long steps_wanted = 0;
