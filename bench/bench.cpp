@@ -19,6 +19,7 @@ namespace {
 namespace fs = std::filesystem;
 using namespace bench;
 
+constexpr int kMisused = 2; /* the exit code */
 constexpr Effort kFull{.starts = 15, .pairs = 3, .repetitions = 12, .scrolls = 4, .idle_seconds = 10};
 constexpr Effort kQuick{.starts = 3, .pairs = 1, .repetitions = 3, .scrolls = 1, .idle_seconds = 2};
 
@@ -82,6 +83,7 @@ private:
 
 void measure(const Options &options)
 {
+    make_writable(options.json);
     OwnFolder folder;
     std::vector<Line> lines;
     for (const Measurement &measurement : measurements()) {
@@ -93,6 +95,7 @@ void measure(const Options &options)
             lines.insert(lines.end(), more.begin(), more.end());
         } catch (...) {
             folder.keep();
+            std::fprintf(stderr, "vesk-bench: the files it worked with are in %s\n", folder.path().c_str());
             throw;
         }
     }
@@ -109,10 +112,12 @@ int main(int argc, char **argv)
     Options options;
     CLI::App program("Measures the device list beside a bare toolkit program with the same widgets.", "vesk-bench");
     describe(program, options);
-    CLI11_PARSE(program, argc, argv);
     try {
+        program.parse(argc, argv);
         measure(options);
         return 0;
+    } catch (const CLI::ParseError &error) {
+        return program.exit(error) == 0 ? 0 : kMisused;
     } catch (const std::exception &error) {
         std::fprintf(stderr, "vesk-bench: %s\n", error.what());
         return 1;

@@ -24,6 +24,7 @@ namespace fs = std::filesystem;
 
 constexpr std::array<int, 2> kHouseholds{12, 50};
 constexpr int kLongList = 50;
+constexpr int kBuilds = 4; /* of the screen, in each process that has started */
 
 constexpr double kRatio = 1.10;
 constexpr double kSettledMs = 200;
@@ -122,7 +123,7 @@ std::vector<Line> measure_start(const Effort &effort, const fs::path &folder)
             pair.sample(settled, [](const Pair::Side &side) { return side.settled_ms; });
             pair.sample(own, [](const Pair::Side &side) { return side.process->memory().own; });
             pair.sample(peak, [](const Pair::Side &side) { return side.process->memory().peak; });
-            pair.sample_command(build, "build", 2);
+            pair.sample_command(build, "build", kBuilds);
             if (round == 0)
                 check_pictures(pair, folder);
         }

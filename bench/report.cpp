@@ -124,6 +124,15 @@ void print(const std::vector<Line> &lines)
     }
 }
 
+void make_writable(const std::filesystem::path &file)
+{
+    std::error_code error;
+    if (file.has_parent_path())
+        std::filesystem::create_directories(file.parent_path(), error);
+    if (!std::ofstream(file, std::ios::app))
+        throw std::runtime_error("The file " + file.string() + " cannot be written; name another one with --json.");
+}
+
 void write_json(const std::vector<Line> &lines, const std::filesystem::path &file)
 {
     utsname system{};
@@ -135,15 +144,11 @@ void write_json(const std::vector<Line> &lines, const std::filesystem::path &fil
                           {"lines", nlohmann::json::array()}};
     for (const Line &line : lines)
         report["lines"].push_back(described(line));
-    if (file.has_parent_path()) {
-        std::error_code error;
-        std::filesystem::create_directories(file.parent_path(), error);
-    }
     std::ofstream out(file);
     out << report.dump(1) << '\n';
     out.close();
     if (!out)
-        throw std::runtime_error("The file " + file.string() + " cannot be written; name another one with --json.");
+        throw std::runtime_error("The file " + file.string() + " cannot be written whole; make room on its disk.");
 }
 
 } // namespace bench

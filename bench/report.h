@@ -34,6 +34,10 @@ std::optional<bool> aim_met(const Line &line);
 
 void print(const std::vector<Line> &lines);
 
+/* Makes the file and its folder when they are missing; a measurement of minutes should not end at a wrong path. Throws
+   std::runtime_error that names the file when it cannot be written. */
+void make_writable(const std::filesystem::path &file);
+
 /* Writes the lines, with all samples and what the machine is, to `file`. Throws std::runtime_error that names the file
    when that fails. */
 void write_json(const std::vector<Line> &lines, const std::filesystem::path &file);
