@@ -14,15 +14,15 @@ extern "C" {
 /* One registered device. Text fields are zero-terminated when they are shorter than the field; a reader must not
  * look past the end of a field. */
 typedef struct {
-    char    name[128];
-    char    bt_mac[18];   /* Bluetooth address, MAC kind 1; empty when the device has none */
-    char    wifi_mac[18]; /* Wi-Fi address, MAC kind 2 */
-    char    p2p_mac[18];  /* Wi-Fi peer-to-peer address, MAC kind 3 */
+    char name[128];
+    char bt_mac[18];   /* Bluetooth address, MAC kind 1; empty when the device has none */
+    char wifi_mac[18]; /* Wi-Fi address, MAC kind 2 */
+    char p2p_mac[18];  /* Wi-Fi peer-to-peer address, MAC kind 3 */
     /* two bytes of padding */
-    int32_t type;     /* device family */
-    int32_t icon;     /* variant within the family */
-    int32_t status;   /* 0 allowed, 1 denied; a callback may carry other values */
-    char    rest[12]; /* the service's own */
+    int32_t type;   /* device family */
+    int32_t icon;   /* variant within the family */
+    int32_t status; /* 0 allowed, 1 denied; a callback may carry other values */
+    char rest[12];  /* the service's own */
 } RdmDeviceInfo;
 
 #ifdef __cplusplus

@@ -32,7 +32,7 @@ struct ug_module_ops {
     /* The host's own slot; a module leaves it as it is. */
     void (*key_event)(ui_gadget_h ug, int event, app_control_h app_control, void *priv);
     void *priv;
-    int   opt;
+    int opt;
 };
 
 /* The window (an Evas_Object) that gadgets show their screens in; it stays the host's. Null when there is none. */

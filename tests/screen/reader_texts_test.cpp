@@ -33,10 +33,7 @@ std::string taken(char *text)
 }
 
 struct ReaderTest : DetailsTest {
-    ReaderTest()
-    {
-        register_devices({phone("One"), phone("Two"), phone("Three", false), phone("Four", false)});
-    }
+    ReaderTest() { register_devices({phone("One"), phone("Two"), phone("Three", false), phone("Four", false)}); }
     ~ReaderTest() override { elm_config_access_set(EINA_FALSE); }
 
     void open_with_reader()
