@@ -332,9 +332,8 @@ std::ostream &operator<<(std::ostream &out, const Size &size)
 }
 
 struct SizeTest : ListTest {
-    double scale_before = elm_config_scale_get();
-
-    ~SizeTest() override { elm_config_scale_set(scale_before); }
+    /* Back to the panel's scale. */
+    ~SizeTest() override { elm_config_scale_set(2.0); }
 
     Size minimum_of(const Evas_Object *rect)
     {
