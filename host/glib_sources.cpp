@@ -32,7 +32,7 @@ timeval *sooner(timeval *timeout, timeval &glib_timeout, int timeout_ms)
 {
     if (timeout_ms < 0)
         return timeout;
-    glib_timeout = {.tv_sec = timeout_ms / 1000, .tv_usec = timeout_ms % 1000 * 1000};
+    glib_timeout = {.tv_sec = timeout_ms / 1000, .tv_usec = timeout_ms % 1000 * 1000L};
     return timeout && timercmp(timeout, &glib_timeout, <) ? timeout : &glib_timeout;
 }
 

@@ -65,7 +65,7 @@ void set_up_television(const Options &options)
 std::string chosen_locale()
 {
     char *locale = vconf_get_str(vesk_port::language_setting.key);
-    const std::string language = locale ? locale : vesk_port::language_setting.default_value;
+    std::string language = locale ? locale : vesk_port::language_setting.default_value;
     free(locale);
     return language;
 }

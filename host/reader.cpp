@@ -61,7 +61,7 @@ void forget_rows(void *, Evas *, Evas_Object *list, void *)
 
 std::string take(char *text)
 {
-    const std::string copy = text ? text : "";
+    std::string copy = text ? text : "";
     free(text);
     return copy;
 }
@@ -87,7 +87,7 @@ std::string text_of_row(Elm_Object_Item *row)
 
 std::string text_of_widget(Evas_Object *widget)
 {
-    const auto text = asked(widget);
+    auto text = asked(widget);
     if (!text.empty() || bends::is_list(widget))
         return text;
     return text_or_empty(elm_object_text_get(widget)) + ", " + dgettext("ug-VeskUG-efl", "TV_SID_BUTTON");
