@@ -4,7 +4,7 @@ add_library(host_fixture STATIC ${CMAKE_CURRENT_SOURCE_DIR}/e2e/host_fixture.cpp
 target_include_directories(host_fixture PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/e2e)
 target_compile_definitions(host_fixture PRIVATE VESK_HOST="$<TARGET_FILE:vesk-host>")
 target_link_libraries(host_fixture PUBLIC port_fixture PRIVATE vesk_warnings)
-add_dependencies(host_fixture vesk-host vesk_module vesk_theme vesk_pictures vesk_catalogues vesk_profiles)
+add_dependencies(host_fixture vesk-host)
 
 # Modules that refuse in two ways.
 foreach(REFUSAL IN ITEMS init create)
