@@ -16,6 +16,20 @@ AppData *app_data;
 bool b_sound_mirroring, b_is_tablo;
 int gVeskHandler = -1;
 
+void delete_object(Evas_Object *&object)
+{
+    if (!object)
+        return;
+    evas_object_del(object);
+    object = nullptr;
+}
+
+void remove_popup(Evas_Object *&popup)
+{
+    evas_object_hide(popup);
+    delete_object(popup);
+}
+
 void reset_module_state()
 {
     app_data = nullptr;

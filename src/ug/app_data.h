@@ -48,6 +48,12 @@ extern bool b_sound_mirroring, b_is_tablo;
  * taken back, so that it is taken back even when the registration had failed. */
 extern int gVeskHandler;
 
+/* Deletes an object and clears the handle to it; a null handle is left alone. */
+void delete_object(Evas_Object *&object);
+
+/* The same for a popup on the screen, which is hidden first. */
+void remove_popup(Evas_Object *&popup);
+
 /* Brings all state of the module back to what it is right after loading, but for the two cursors of the service list,
  * which live as long as the module. For programs that run the module several times without unloading it. */
 void reset_module_state();

@@ -71,7 +71,7 @@ static void leave_edit_mode(AppData *app)
     show_normal_buttons(app);
     focus_list(app);
     undim_button(app->close_button);
-    remove_exit_button(app);
+    delete_object(app->exit_button);
     set_main_focus_chain(app);
     b_edit_status = false;
 }

@@ -39,11 +39,3 @@ void show_normal_buttons(AppData *app)
     elm_object_text_set(app->close_button, translated("COM_SID_CLOSE"));
     set_button_icon(app->close_icon, "i_close_cancel");
 }
-
-void remove_exit_button(AppData *app)
-{
-    if (!app->exit_button)
-        return;
-    evas_object_del(app->exit_button);
-    app->exit_button = nullptr;
-}

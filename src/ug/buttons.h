@@ -17,6 +17,3 @@ void set_button_icon(Evas_Object *icon, const char *name);
 
 /* Gives the main screen's two buttons the texts and icons of normal mode. */
 void show_normal_buttons(AppData *app);
-
-/* Removes the third button that edit mode has on a board. */
-void remove_exit_button(AppData *app);

@@ -85,16 +85,9 @@ void _create_delete_popup(AppData *app)
     LOG_I("Exit");
 }
 
-static void remove_confirmation(AppData *app)
-{
-    evas_object_hide(app->delete_popup);
-    evas_object_del(app->delete_popup);
-    app->delete_popup = nullptr;
-}
-
 static void dismiss(AppData *app)
 {
-    remove_confirmation(app);
+    remove_popup(app->delete_popup);
     give_focus(app->genlist);
     undim_base(app);
 }
@@ -186,11 +179,11 @@ void _deletebutton_cb(void *data, Evas_Object * /*obj*/, void * /*event_info*/)
     AppData *app = static_cast<AppData *>(data);
     LOG_I("Enter");
     delete_marked(app);
-    remove_confirmation(app);
+    remove_popup(app->delete_popup);
     _remove_toast(app);
     if (device_count != 0) {
         show_normal_buttons(app);
-        remove_exit_button(app);
+        delete_object(app->exit_button);
     }
     LOG_I("Exit");
 }

@@ -157,14 +157,9 @@ static void delete_dropdown(AppData *app)
 {
     if (!app->action_popup)
         return;
-    if (app->action_aux)
-        evas_object_del(app->action_aux);
-    evas_object_del(app->action_popup);
-    if (app->action_genlist)
-        evas_object_del(app->action_genlist);
-    app->action_aux = nullptr;
-    app->action_popup = nullptr;
-    app->action_genlist = nullptr;
+    delete_object(app->action_aux);
+    delete_object(app->action_popup);
+    delete_object(app->action_genlist);
 }
 
 static Evas_Object *add_popup(AppData *app)
@@ -213,13 +208,6 @@ void show_detail_popup(AppData *app)
     LOG_I("Exit");
 }
 
-static void remove_popup(AppData *app)
-{
-    evas_object_hide(app->detail_popup);
-    evas_object_del(app->detail_popup);
-    app->detail_popup = nullptr;
-}
-
 static void return_to_list(AppData *app)
 {
     elm_object_focus_set(app->win, EINA_TRUE);
@@ -234,7 +222,7 @@ void _close_button_cb(void *data, Evas_Object * /*obj*/, void * /*event_info*/)
 {
     AppData *app = static_cast<AppData *>(data);
     LOG_I("Enter");
-    remove_popup(app);
+    remove_popup(app->detail_popup);
     evas_object_show(app->base);
     evas_object_show(app->genlist);
     return_to_list(app);
@@ -245,7 +233,7 @@ void Close_detail_popup_On_touch_outside(void *data, Evas_Object * /*obj*/, void
 {
     AppData *app = static_cast<AppData *>(data);
     LOG_I("Enter");
-    remove_popup(app);
+    remove_popup(app->detail_popup);
     if (app_data)
         elm_object_focus_set(app_data->genlist, EINA_TRUE);
     return_to_list(app);

@@ -189,14 +189,6 @@ void _on_pause(ui_gadget_h /*ug*/, app_control_h /*app_control*/, void * /*priv*
 
 void _on_resume(ui_gadget_h /*ug*/, app_control_h /*app_control*/, void * /*priv*/) {}
 
-static void delete_object(Evas_Object *&object)
-{
-    if (!object)
-        return;
-    evas_object_del(object);
-    object = nullptr;
-}
-
 void _on_destroy(ui_gadget_h ug, app_control_h /*app_control*/, void *priv)
 {
     ea_shutdown();

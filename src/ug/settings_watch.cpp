@@ -75,8 +75,7 @@ void VconfNotifyCB(keynode_t * /*node*/, void * /*user_data*/)
         elm_object_focus_allow_set(app->close_button, g_selected_count != 0);
     }
     if (app->detail_popup) {
-        evas_object_del(app->detail_popup);
-        app->detail_popup = nullptr;
+        delete_object(app->detail_popup);
         show_detail_popup(app);
     }
 }
