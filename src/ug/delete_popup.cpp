@@ -63,8 +63,7 @@ static Evas_Object *add_answer(AppData *app, const char *part, const char *id, E
 void _create_delete_popup(AppData *app)
 {
     /* A second touch may come before the confirmation covers the button; one that is forgotten could not be closed. */
-    if (app->delete_popup)
-        return;
+    delete_object(app->delete_popup);
     b_delete_popup_entered = false;
     LOG_I("Enter");
     if (app->action_aux)
@@ -148,6 +147,14 @@ static Evas_Object *add_toast_layout(AppData *app, const std::string &text)
     return layout;
 }
 
+/* A toast that is still up makes room for the next one: its clock would end that one early, or outlive the module. */
+static void end_toast()
+{
+    if (toastTimerTag != 0 && g_main_context_find_source_by_id(nullptr, toastTimerTag))
+        g_source_remove(toastTimerTag);
+    delete_object(toast);
+}
+
 static void _remove_toast(AppData *app)
 {
     LOG_I("Enter");
@@ -163,6 +170,7 @@ static void _remove_toast(AppData *app)
 
     const std::string text = toast_text();
     Evas_Object *layout = add_toast_layout(app, text);
+    end_toast();
     toast = elm_notify_add(app->win);
     elm_notify_align_set(toast, 0.5, 0.5);
     elm_object_content_set(toast, layout);
@@ -193,11 +201,9 @@ gboolean __toast_timer_expired(gpointer data)
     AppData *app = static_cast<AppData *>(data);
     b_disable_focus = false;
     LOG_I("Enter");
-    if (toast)
-        evas_object_del(toast);
-    toast = nullptr;
-    undim_button(app->edit_button);
-    undim_button(app->close_button);
+    delete_object(toast);
+    elm_object_focus_allow_set(app->edit_button, EINA_TRUE);
+    elm_object_focus_allow_set(app->close_button, EINA_TRUE);
     undim_base(app);
     if (device_count != 0) {
         focus_list(app);

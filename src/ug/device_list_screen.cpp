@@ -144,8 +144,10 @@ void _create_c_popup_right(AppData *app)
 void create_genlist(AppData *app, int count)
 {
     LOG_I("Enter");
-    if (!append_device_rows(app, count, _item_content_get, _create_popup))
+    Elm_Genlist_Item_Class *row_class = new_row_class(_item_content_get);
+    if (!row_class)
         return;
+    append_device_rows(app, row_class, count, _create_popup);
     elm_genlist_select_mode_set(app->genlist, ELM_OBJECT_SELECT_MODE_ALWAYS);
     evas_object_focus_set(app->genlist, EINA_TRUE);
     Elm_Object_Item *first = elm_genlist_first_item_get(app->genlist);
@@ -154,6 +156,7 @@ void create_genlist(AppData *app, int count)
     if (first)
         elm_object_item_focus_set(first, EINA_TRUE);
     evas_object_show(app->genlist);
+    elm_genlist_item_class_free(row_class);
     LOG_I("Exit");
 }
 

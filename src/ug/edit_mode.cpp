@@ -43,10 +43,9 @@ bool check_selected_any()
     return any;
 }
 
-/* The first button's new text, spoken with the word for a button. */
-static void label_first_button(AppData *app, const char *id)
+/* Says what the first button does now. */
+static void say_button(const char *id)
 {
-    elm_object_text_set(app->edit_button, translated(id));
     const std::string spoken = std::string(translated(id)) + ", " + translated("TV_SID_BUTTON");
     elm_access_say(spoken.c_str());
 }
@@ -77,10 +76,14 @@ static void begin_edit(AppData *app)
     g_checkbox_index = 0;
     elm_genlist_clear(app->genlist);
     vesk_get_table(&app->table);
-    std::fill(std::begin(b_remove_status), std::end(b_remove_status), false);
-    if (!append_device_rows(app, device_count, _checkbox_content_get, _checkbox_cb))
+    Elm_Genlist_Item_Class *row_class = new_row_class(_checkbox_content_get);
+    if (!row_class)
         return;
+    std::fill(std::begin(b_remove_status), std::end(b_remove_status), false);
+    append_device_rows(app, row_class, device_count, _checkbox_cb);
+    elm_genlist_item_class_free(row_class);
 
+    elm_object_text_set(app->edit_button, translated("COM_SID_SELECT_ALL"));
     elm_object_text_set(app->close_button, translated("COM_SID_DELETE"));
     b_edit_status = true;
     elm_win_focus_highlight_enabled_set(app->win, EINA_TRUE);
@@ -88,7 +91,7 @@ static void begin_edit(AppData *app)
     elm_object_focus_set(app->genlist, EINA_TRUE);
     evas_object_show(app->genlist);
     dim_button(app->close_button);
-    label_first_button(app, "COM_SID_SELECT_ALL");
+    say_button("COM_SID_SELECT_ALL");
     if (b_is_tablo) {
         app->exit_button =
             add_popup_button(app->base, "button3", translated("COM_SID_CLOSE"), Clicked_outside_app_cb, app);
@@ -120,14 +123,16 @@ static void toggle_all(AppData *app)
     if (all_marked()) {
         mark_all(app, false);
         g_selected_count = 0;
+        elm_object_text_set(app->edit_button, translated("COM_SID_SELECT_ALL"));
         dim_button(app->close_button);
-        label_first_button(app, "COM_SID_SELECT_ALL");
+        say_button("COM_SID_SELECT_ALL");
         elm_object_focus_next_object_set(app->genlist, app->edit_button, towards_buttons());
     } else {
         mark_all(app, true);
         g_selected_count = device_count;
+        elm_object_text_set(app->edit_button, translated("COM_SID_DESELECT_ALL"));
         undim_button(app->close_button);
-        label_first_button(app, "COM_SID_DESELECT_ALL");
+        say_button("COM_SID_DESELECT_ALL");
         elm_object_focus_next_object_set(app->genlist, app->close_button, towards_buttons());
     }
     /* Off and on again, so that the highlight is drawn anew. */

@@ -12,7 +12,7 @@
 
 int vesk_rdm_callback(void *app, RdmDeviceInfo *info)
 {
-    if (!app || !info) {
+    if (!info) {
         LOG_W("callback without a record");
         return 0;
     }
@@ -40,6 +40,10 @@ int vesk_rdm_callback(void *app, RdmDeviceInfo *info)
 void vesk_refresh_list(AppData *app)
 {
     vesk_read_all();
+    if (!app || !app->base) {
+        LOG_W("no screen to refresh");
+        return;
+    }
     refresh_genlist(app);
     focus_list(app);
     set_main_focus_chain(app);

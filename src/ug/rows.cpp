@@ -14,22 +14,25 @@ void refresh_table()
         vesk_get_table(&app_data->table);
 }
 
-bool append_device_rows(AppData *app, int count, Elm_Gen_Item_Content_Get_Cb content_get, Evas_Smart_Cb selected)
+Elm_Genlist_Item_Class *new_row_class(Elm_Gen_Item_Content_Get_Cb content_get)
 {
     Elm_Genlist_Item_Class *row_class = elm_genlist_item_class_new();
     if (!row_class) {
         LOG_E("Cannot create genlist item class");
-        return false;
+        return nullptr;
     }
     row_class->item_style = "C_TextItem_WhiteSingleline05";
     row_class->func.text_get = _item_label_get;
     row_class->func.content_get = content_get;
     row_class->func.state_get = nullptr;
     row_class->func.del = nullptr;
+    return row_class;
+}
+
+void append_device_rows(AppData *app, const Elm_Genlist_Item_Class *row_class, int count, Evas_Smart_Cb selected)
+{
     for (int i = 0; i < std::min(count, kTableCapacity); ++i)
         elm_genlist_item_append(app->genlist, row_class, &app->table[i], nullptr, ELM_GENLIST_ITEM_NONE, selected, app);
-    elm_genlist_item_class_free(row_class);
-    return true;
 }
 
 Evas_Object *add_device_icon(Evas_Object *list, const void *data)

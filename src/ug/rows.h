@@ -8,9 +8,12 @@ struct AppData;
 /* Refreshes the table pointer of the current screen and device_count. */
 void refresh_table();
 
-/* Appends rows for the first `count` table rows to app->genlist; `selected` is called with `app`. Returns false, with
- * a line in the log, when the toolkit has no row class. */
-bool append_device_rows(AppData *app, int count, Elm_Gen_Item_Content_Get_Cb content_get, Evas_Smart_Cb selected);
+/* A new class of device rows, which the caller frees with elm_genlist_item_class_free; null, with a line in the log,
+ * when the toolkit has none. */
+Elm_Genlist_Item_Class *new_row_class(Elm_Gen_Item_Content_Get_Cb content_get);
+
+/* Appends rows for the first `count` table rows to app->genlist; `selected` is called with `app`. */
+void append_device_rows(AppData *app, const Elm_Genlist_Item_Class *row_class, int count, Evas_Smart_Cb selected);
 
 /* A new picture of the device `data` (a DeviceEntry) on `list`, which owns it. */
 Evas_Object *add_device_icon(Evas_Object *list, const void *data);

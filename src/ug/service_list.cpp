@@ -40,8 +40,9 @@ static unsigned int picture_cursor;
 
 static const DeviceEntry *selected_device()
 {
-    if (app_data && app_data->table && selected_item_index >= 0 && selected_item_index < kTableCapacity)
-        return &app_data->table[selected_item_index];
+    const DeviceEntry *table = app_data && app_data->table ? app_data->table : gVeskTable;
+    if (selected_item_index >= 0 && selected_item_index < kTableCapacity)
+        return &table[selected_item_index];
     LOG_W("no device is selected");
     return nullptr;
 }
@@ -57,39 +58,50 @@ static bool plays_sound(const DeviceEntry *device)
     return device && (device->type == kTypePhone || device->type == kTypeTablet);
 }
 
-static const char *home_connect_text()
+/* What service texts say of this television. */
+struct Television {
+    std::string product; /* the word for it */
+    bool chinese;        /* sold in China */
+};
+
+static Television ask_television()
 {
+    char *product = get_product_name();
     char *region = nullptr;
     const bool known = system_info_get_value_string(kRegionCode, &region) == 0 && region;
-    const bool chinese = known && strstr(region, "CHI_");
+    Television television{product ? product : "", known && strstr(region, "CHI_")};
     free(region);
-    return translated(chinese ? "COM_SID_CORVANE_CONNECT" : "TV_SID_DOMOVO");
+    free(product);
+    return television;
+}
+
+static const char *home_connect_text(const Television &television)
+{
+    return translated(television.chinese ? "COM_SID_CORVANE_CONNECT" : "TV_SID_DOMOVO");
 }
 
 /* The sentence of a string id with the word for the television in it, written to `text`; `lead` (null for none) and a
  * slash stand before it. */
-static void write_sentence(char *text, size_t size, const char *id, const char *lead)
+static void write_sentence(char *text, size_t size, const char *id, const Television &television, const char *lead)
 {
-    char *product = get_product_name();
-    const std::string sentence = text_with(id, product ? product : "");
-    free(product);
+    const std::string sentence = text_with(id, television.product);
     if (lead)
         snprintf(text, size, "%s / %s", lead, sentence.c_str());
     else
         snprintf(text, size, "%s", sentence.c_str());
 }
 
-static void write_mobile_content(char *text, size_t size)
+static void write_mobile_content(char *text, size_t size, const Television &television)
 {
-    write_sentence(text, size, "PJT_SID_PLAY_MOBILE_CONTENT_TV", nullptr);
+    write_sentence(text, size, "PJT_SID_PLAY_MOBILE_CONTENT_TV", television, nullptr);
 }
 
-static void write_sound(char *text, size_t size, const DeviceEntry *device)
+static void write_sound(char *text, size_t size, const DeviceEntry *device, const Television &television)
 {
     write_sentence(text, size,
                    device->type == kTypePhone ? "PJT_SID_REGISTER_DEVICE_PLAY_TV_SOUND_ON_PHONE"
                                               : "PJT_SID_REGISTER_DEVICE_PLAY_TV_SOUND_ON_TABLET",
-                   b_sound_mirroring ? translated("TV_SID_SOUND_MIRRORING") : nullptr);
+                   television, b_sound_mirroring ? translated("TV_SID_SOUND_MIRRORING") : nullptr);
 }
 
 int get_service_count()
@@ -98,19 +110,20 @@ int get_service_count()
     static char buf[kTextSize];
 
     const DeviceEntry *device = selected_device();
-    const unsigned int mask = selected_services();
+    const unsigned int mask = device ? vesk_get_service(device) : 0;
+    const Television television = ask_television();
     int count = 0;
     if (mask == kServiceAll) {
-        services[count++] = home_connect_text();
+        services[count++] = home_connect_text(television);
     } else {
         if (mask & kServiceP2p) {
             services[count++] = translated("COM_SID_NON_CASTELO");
         } else if (mask & kServiceWifi) {
-            write_mobile_content(ex_buf, sizeof ex_buf);
+            write_mobile_content(ex_buf, sizeof ex_buf, television);
             services[count++] = ex_buf;
         }
         if ((mask & kServiceBluetooth) && plays_sound(device)) {
-            write_sound(buf, sizeof buf, device);
+            write_sound(buf, sizeof buf, device, television);
             services[count++] = buf;
         }
     }
@@ -121,6 +134,7 @@ int get_service_count()
 char *_service_item_label_get(void *data, Evas_Object * /*obj*/, const char *part)
 {
     char text[256] = "";
+    const Television television = ask_television();
     if (text_cursor == 0)
         text_cursor = selected_services();
     if (text_cursor != 0)
@@ -130,17 +144,17 @@ char *_service_item_label_get(void *data, Evas_Object * /*obj*/, const char *par
 
     const DeviceEntry *device = selected_device();
     if (text_cursor == kServiceAll) {
-        snprintf(text, sizeof text, "%s", home_connect_text());
+        snprintf(text, sizeof text, "%s", home_connect_text(television));
         text_cursor = 0;
     } else if (text_cursor & kServiceP2p) {
         snprintf(text, sizeof text, "%s", translated("COM_SID_NON_CASTELO"));
         /* The mirroring app stands for playing mobile content as well. */
         text_cursor &= ~(kServiceP2p | kServiceWifi);
     } else if (text_cursor & kServiceWifi) {
-        write_mobile_content(text, sizeof text);
+        write_mobile_content(text, sizeof text, television);
         text_cursor &= ~kServiceWifi;
     } else if ((text_cursor & kServiceBluetooth) && plays_sound(device)) {
-        write_sound(text, sizeof text, device);
+        write_sound(text, sizeof text, device, television);
         text_cursor &= ~kServiceBluetooth;
     } else {
         LOG_E("Invalid service type = [%d]", static_cast<int>(text_cursor));

@@ -57,7 +57,7 @@ void VconfNotifyCB(keynode_t * /*node*/, void * /*user_data*/)
     g_checkbox_index = 0;
     g_orientation_checkbox_count = 0;
     AppData *app = app_data;
-    if (!app) {
+    if (!app || !app->base) {
         LOG_W("no screen to turn");
         return;
     }

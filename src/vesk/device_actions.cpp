@@ -51,7 +51,7 @@ void vesk_set_device(const DeviceEntry *entry, int action)
         LOG_E("[VESK] Not valid device");
         return;
     }
-    LOG_I("bBTmac[%s] bP2Pmac[%s] bWIFImac[%s]", entry->bt_mac, entry->p2p_mac, entry->wifi_mac);
+    LOG_I("bBTmac[%.18s] bP2Pmac[%.18s] bWIFImac[%.18s]", entry->bt_mac, entry->p2p_mac, entry->wifi_mac);
     switch (action) {
     case kActionDeny:
         if (rdm_set_status(address.mac, address.kind, 1) == 0)

@@ -68,6 +68,6 @@ void vesk_print_table()
 
 void vesk_print_item(const DeviceEntry *row)
 {
-    LOG_I("\tNAME[%20s] BT[%17s] WIFI[%17s] P2P[%17s] TYPE[%d] ICON[%d] STATE[%2d]", row->name, row->bt_mac,
-          row->wifi_mac, row->p2p_mac, row->type, row->icon, static_cast<int>(row->state));
+    LOG_I("\tNAME[%20.129s] BT[%17.18s] WIFI[%17.18s] P2P[%17.18s] TYPE[%d] ICON[%d] STATE[%2d]", row->name,
+          row->bt_mac, row->wifi_mac, row->p2p_mac, row->type, row->icon, static_cast<int>(row->state));
 }

@@ -156,8 +156,21 @@ TEST_F(StatusCallbackTest, NeverReadsPastAField)
 TEST_F(StatusCallbackTest, WithoutARecordIsRefused)
 {
     AppData app{};
-    RdmDeviceInfo info{};
     vesk_rdm_callback(&app, nullptr);
-    vesk_rdm_callback(nullptr, &info);
-    EXPECT_THAT(fake::platform().chronicle, ElementsAre("W callback without a record", "W callback without a record"));
+    EXPECT_THAT(fake::platform().chronicle, ElementsAre("W callback without a record"));
+}
+
+TEST_F(StatusCallbackTest, WithoutAScreenOnlyTheTableIsRead)
+{
+    AppData not_created{};
+    for (AppData *app : {static_cast<AppData *>(nullptr), &not_created}) {
+        fake::platform().chronicle.clear();
+        RdmDeviceInfo info{};
+        vesk_rdm_callback(app, &info);
+        const auto &lines = fake::platform().chronicle;
+        ASSERT_GE(lines.size(), 3U);
+        EXPECT_EQ(lines[0], "I Status changed >> BTMAC[], WIFIMAC[], P2PMAC[], STATUS[0]");
+        EXPECT_THAT(lines, testing::Contains(testing::HasSubstr("RDM List is empty")));
+        EXPECT_EQ(lines.back(), "W no screen to refresh");
+    }
 }
