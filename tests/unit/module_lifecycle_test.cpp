@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <type_traits>
@@ -8,10 +9,14 @@
 
 #include "module_fixture.h"
 #include "ug/action_popup.h"
+#include "ug/app_keys.h"
 #include "ug/delete_popup.h"
+#include "ug/edit_mode.h"
 #include "ug/live_updates.h"
 #include "ug/module.h"
+#include "ug/screen_reader.h"
 #include "ug/settings_watch.h"
+#include "vesk/device_services.h"
 #include "vesk/device_table.h"
 
 using testing::Contains;
@@ -19,9 +24,44 @@ using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
+static bool all_zero(const void *bytes, size_t size)
+{
+    const char *begin = static_cast<const char *>(bytes);
+    return std::all_of(begin, begin + size, [](char byte) { return byte == 0; });
+}
+
+/* The module's globals as they stand when the record is made. */
+struct Globals {
+    const AppData *record = app_data;
+    bool sound_mirroring = b_sound_mirroring;
+    bool board = b_is_tablo;
+    int handle = gVeskHandler;
+    bool blank_table = all_zero(gVeskTable, sizeof gVeskTable);
+    int32_t devices = device_count;
+    bool no_services = all_zero(services, sizeof services);
+    bool reversed = gbReverse;
+    int32_t position = current_position;
+    bool dropdown_armed = b_popup_expanded;
+    bool dropdown_introduced = b_subpopup_entered;
+    int32_t choice = g_subpopup_index;
+    int32_t device = selected_item_index;
+    int32_t spoken_choice = subpopup_position;
+    const Elm_Object_Item *preselected = pItem;
+    bool editing = b_edit_status;
+    bool no_marks = all_zero(b_remove_status, sizeof b_remove_status);
+    int32_t marks = g_selected_count;
+    int32_t next_check = g_checkbox_index;
+    int32_t checks_since_turn = g_orientation_checkbox_count;
+    bool confirmation_introduced = b_delete_popup_entered;
+    bool toast_up = b_disable_focus;
+    guint toast_timer = toastTimerTag;
+    bool introduction_due = b_check_tts;
+
+    bool operator==(const Globals &) const = default;
+};
+
 /* Read before any test has run. */
-static const int handle_after_loading = gVeskHandler;
-static const AppData *const record_after_loading = app_data;
+static const Globals after_loading;
 
 /* The record is exact in names, order and types. */
 #define FOLLOWS(field, before)                                                                                         \
@@ -54,7 +94,7 @@ static_assert(std::is_same_v<decltype(AppData::table), DeviceEntry *>);
 static_assert(std::is_same_v<decltype(AppData::checks), Evas_Object *[100]>);
 static_assert(std::is_trivial_v<AppData>);
 
-/* Stand before the toolkit's own: a toolkit that was not started and cannot make a popup. */
+/* Stand before the toolkit's own: a toolkit that was not started, cannot make a popup and notes how the focus moves. */
 void elm_config_focus_highlight_enabled_set(Eina_Bool enable)
 {
     fake::platform().chronicle.push_back("focus highlight " + std::to_string(enable));
@@ -65,6 +105,27 @@ Evas_Object *elm_popup_add(Evas_Object *parent)
     EXPECT_EQ(parent, fake::platform().window);
     fake::platform().chronicle.push_back("no popup");
     return nullptr;
+}
+
+static void note(const char *call, Eina_Bool on, const Evas_Object *object)
+{
+    const char *name = evas_object_name_get(object);
+    fake::platform().chronicle.push_back(call + std::to_string(on) + ": " + (name ? name : "?"));
+}
+
+void elm_object_focus_set(Evas_Object *object, Eina_Bool focus)
+{
+    note("focus ", focus, object);
+}
+
+Eina_Bool elm_object_focus_get(const Evas_Object * /*object*/)
+{
+    return EINA_FALSE;
+}
+
+void elm_win_focus_highlight_enabled_set(Evas_Object *window, Eina_Bool enabled)
+{
+    note("focus highlight ", enabled, window);
 }
 
 /* The module's calls of calloc come here (a linker option). */
@@ -116,8 +177,48 @@ void host_key_event(ui_gadget_h, int, app_control_h, void *) {}
 
 TEST_F(LifecycleTest, StateAfterLoading)
 {
-    EXPECT_EQ(handle_after_loading, -1);
-    EXPECT_EQ(record_after_loading, nullptr);
+    EXPECT_EQ(after_loading.record, nullptr);
+    EXPECT_FALSE(after_loading.sound_mirroring);
+    EXPECT_FALSE(after_loading.board);
+    EXPECT_EQ(after_loading.handle, -1);
+    EXPECT_TRUE(after_loading.blank_table);
+    EXPECT_EQ(after_loading.devices, -1);
+    EXPECT_TRUE(after_loading.no_services);
+    EXPECT_FALSE(after_loading.reversed);
+    EXPECT_EQ(after_loading.position, 0);
+    EXPECT_FALSE(after_loading.dropdown_armed);
+    EXPECT_FALSE(after_loading.dropdown_introduced);
+    EXPECT_EQ(after_loading.choice, 0);
+    EXPECT_EQ(after_loading.device, 0);
+    EXPECT_EQ(after_loading.spoken_choice, 0);
+    EXPECT_EQ(after_loading.preselected, nullptr);
+    EXPECT_FALSE(after_loading.editing);
+    EXPECT_TRUE(after_loading.no_marks);
+    EXPECT_EQ(after_loading.marks, 0);
+    EXPECT_EQ(after_loading.next_check, 0);
+    EXPECT_EQ(after_loading.checks_since_turn, 0);
+    EXPECT_FALSE(after_loading.confirmation_introduced);
+    EXPECT_FALSE(after_loading.toast_up);
+    EXPECT_EQ(after_loading.toast_timer, 0U);
+    EXPECT_TRUE(after_loading.introduction_due) << "the screen's introduction is still to be read";
+}
+
+TEST_F(LifecycleTest, AResetBringsBackTheStateAfterLoading)
+{
+    AppData record{};
+    app_data = &record;
+    b_sound_mirroring = b_is_tablo = gbReverse = b_popup_expanded = b_subpopup_entered = b_edit_status = true;
+    b_delete_popup_entered = b_disable_focus = true;
+    b_check_tts = false;
+    memset(gVeskTable, 1, sizeof gVeskTable);
+    memset(services, 1, sizeof services);
+    memset(b_remove_status, 1, sizeof b_remove_status);
+    gVeskHandler = device_count = current_position = g_subpopup_index = selected_item_index = subpopup_position = 5;
+    g_selected_count = g_checkbox_index = g_orientation_checkbox_count = 5;
+    pItem = reinterpret_cast<Elm_Object_Item *>(&record);
+    toastTimerTag = 5;
+    reset_module_state();
+    EXPECT_TRUE(Globals{} == after_loading);
 }
 
 TEST_F(LifecycleTest, InitOpensWatchesAndReadsInOrder)
@@ -410,6 +511,7 @@ protected:
     Evas_Object *object(const char *name)
     {
         Evas_Object *rectangle = evas_object_rectangle_add(ecore_evas_get(ecore_evas));
+        evas_object_name_set(rectangle, name);
         evas_object_event_callback_add(rectangle, EVAS_CALLBACK_DEL, write_end, const_cast<char *>(name));
         return rectangle;
     }
@@ -493,4 +595,105 @@ TEST_F(TearDownTest, RemovesTheToastsTimer)
                 ElementsAre("ea_shutdown()", "I VESK destroyed.", "I toastTimerTag is removed!!", "end of base"));
     EXPECT_EQ(g_main_context_find_source_by_id(nullptr, tag), nullptr);
     EXPECT_EQ(toastTimerTag, tag) << "the tag is kept";
+}
+
+TEST_F(TearDownTest, ASpentToastsTimerIsRemovedAllTheSame)
+{
+    AppData *app = init();
+    app->base = object("base");
+    toastTimerTag = g_timeout_add(
+        3000, [](gpointer) -> gboolean { return FALSE; }, nullptr);
+    g_source_remove(toastTimerTag);
+    /* GLib's complaint about a source that it does not have. */
+    const guint handler = g_log_set_handler(
+        "GLib", G_LOG_LEVEL_CRITICAL,
+        [](const gchar *, GLogLevelFlags, const gchar *, gpointer) {
+            fake::platform().chronicle.push_back("no such source");
+        },
+        nullptr);
+    _on_destroy(gadget, nullptr, app);
+    g_log_remove_handler("GLib", handler);
+    EXPECT_THAT(fake::platform().chronicle,
+                ElementsAre("ea_shutdown()", "I VESK destroyed.", "I toastTimerTag is removed!!", "no such source",
+                            "end of base"));
+    EXPECT_EQ(fake::platform().log.back().function, "_on_destroy");
+}
+
+TEST_F(TearDownTest, NothingIsFocusedSoonAfterwards)
+{
+    AppData *app = init();
+    app->base = object("base");
+    /* Longer than the wait of focus_soon. */
+    const auto wait = [] {
+        ecore_timer_add(
+            0.05,
+            [](void *) -> Eina_Bool {
+                ecore_main_loop_quit();
+                return ECORE_CALLBACK_CANCEL;
+            },
+            nullptr);
+        ecore_main_loop_begin();
+    };
+    focus_soon(app->base);
+    wait();
+    EXPECT_EQ(fake::platform().chronicle.back(), "focus 1: base");
+
+    focus_soon(app->base);
+    fake::platform().chronicle.clear();
+    _on_destroy(gadget, nullptr, app);
+    wait();
+    EXPECT_THAT(fake::platform().chronicle, ElementsAre("ea_shutdown()", "I VESK destroyed.", "end of base"));
+}
+
+TEST_F(TearDownTest, WithoutAScreenTurnsAndReportsTouchNothing)
+{
+    fake::platform().devices = {fake::device("Phone", "AA:BB:CC:DD:EE:FF")};
+    AppData *app = init();
+    const auto expect_no_screen = [this](const std::string &name) {
+        for (const int status : {0, 1}) {
+            fake::platform().chronicle.clear();
+            fake::platform().devices = {fake::device(name, "AA:BB:CC:DD:EE:FF", "", "", status)};
+            fake::platform().callback(ops.priv, fake::platform().devices.data());
+            EXPECT_EQ(fake::platform().chronicle.front(),
+                      "I Status changed >> BTMAC[AA:BB:CC:DD:EE:FF], WIFIMAC[], P2PMAC[], STATUS[" +
+                          std::to_string(status) + "]");
+            EXPECT_THAT(fake::calls(), ElementsAre("rdm_get_list()", "rdm_free_list()"));
+            EXPECT_EQ(gVeskTable[0].name, name) << "the table is read all the same";
+            EXPECT_EQ(fake::platform().chronicle.back(), "W no screen to refresh");
+        }
+        fake::platform().chronicle.clear();
+        fake::platform().watch(nullptr, nullptr);
+        EXPECT_THAT(fake::platform().chronicle, ElementsAre("I ROTATION callback", "W no screen to turn"));
+    };
+    expect_no_screen("before the screen");
+
+    app->base = object("base");
+    app_data = app;
+    _on_destroy(gadget, nullptr, app);
+    expect_no_screen("after the screen");
+}
+
+TEST_F(TearDownTest, AClosingKeyTakesTheFocusBeforeItAsksForTheEnd)
+{
+    AppData *app = init();
+    destroy_ug(app); /* so that the next one only asks the host */
+    app->win = object("win");
+    app->base = object("base");
+    app->genlist = object("genlist");
+    for (const bool with_aux_object : {false, true}) {
+        if (with_aux_object)
+            app->aux_object = object("aux_object");
+        for (const char *key : {"XF86Back", "XF86Close"}) {
+            fake::platform().chronicle.clear();
+            Evas_Event_Key_Down event{};
+            std::string name = key;
+            event.keyname = name.data();
+            Close_app_On_returnKey(app, nullptr, app->base, &event);
+            std::vector<std::string> expected{"I key[" + name + "]",    "focus 0: base",   "focus 0: genlist",
+                                              "focus highlight 1: win", "ug_destroy_me()", "I done"};
+            if (with_aux_object)
+                expected.insert(expected.begin() + 1, "focus 0: aux_object");
+            EXPECT_THAT(fake::platform().chronicle, testing::ElementsAreArray(expected));
+        }
+    }
 }
