@@ -9,7 +9,9 @@
 #include "desktop/port_failures.h"
 #include "dlog.h"
 #include "edit_fixture.h"
+#include "noted_calls.h"
 #include "rdm.h"
+#include "ug/module.h"
 #include "vesk/device_actions.h"
 
 using testing::Each;
@@ -18,9 +20,6 @@ using testing::IsEmpty;
 
 /* What the service was asked to remove, in order: addresses, and "all". */
 static std::vector<std::string> removals;
-
-/* Signals to the main screen. */
-static std::vector<std::string> signals;
 
 extern "C" int rdm_remove_device(const char *mac, int mac_kind)
 {
@@ -36,15 +35,6 @@ extern "C" int rdm_remove_all(void)
     return next();
 }
 
-extern "C" void elm_object_signal_emit(Evas_Object *object, const char *emission, const char *source)
-{
-    static const auto next =
-        reinterpret_cast<decltype(&elm_object_signal_emit)>(dlsym(RTLD_NEXT, "elm_object_signal_emit"));
-    if (app_data && object == app_data->base)
-        signals.push_back(std::string(emission) + "|" + source);
-    next(object, emission, source);
-}
-
 /* A text of the catalogue in place of another; null for none. */
 static const char *replaced_id;
 static std::string replacement;
@@ -58,11 +48,7 @@ extern "C" char *dcgettext(const char *domain, const char *id, int category) noe
 namespace {
 
 struct DeleteTest : EditTest {
-    DeleteTest()
-    {
-        removals.clear();
-        signals.clear();
-    }
+    DeleteTest() { removals.clear(); }
     ~DeleteTest() override { replaced_id = nullptr; }
 
     Evas_Object *answer(const char *part) { return elm_object_part_content_get(app()->delete_popup, part); }
@@ -104,17 +90,20 @@ TEST_F(DeleteTest, TheConfirmationAsksWithNoAsItsDefault)
     turn_over({1});
     b_delete_popup_entered = true;
     forget();
-    signals.clear();
+    forget_calls();
     ask_for_deletion();
     EXPECT_FALSE(b_delete_popup_entered);
     EXPECT_STREQ(elm_object_style_get(app()->delete_popup), "P_PopupBasicBottom_02");
+    EXPECT_STREQ(elm_object_style_get(elm_object_content_get(app()->delete_popup)), "popup/P_PopupBasicBottom_02");
+    for (const Evas_Object *button : {yes(), no()})
+        EXPECT_STREQ(elm_object_style_get(button), "C_ButtonBasic_WhiteText");
     EXPECT_EQ(text_of(elm_object_content_get(app()->delete_popup)),
               "<align=center><font=CorvaneSans_400:style=Regular font_size=30>" +
                   std::string(translated("COM_SID_DELETE_SELECTED_DEVICES")) + "</font></align>");
     EXPECT_EQ(text_of(yes()), translated("COM_TV_SID_YES"));
     EXPECT_EQ(text_of(no()), translated("COM_TV_SID_NO"));
     EXPECT_EQ(focused(), no());
-    EXPECT_THAT(signals, ElementsAre("theme,dimmed,percent,50|"));
+    EXPECT_THAT(signals_to(app()->base), ElementsAre("theme,dimmed,percent,50|"));
     EXPECT_EQ(logged("Enter"), 1);
     EXPECT_EQ(logged("Exit"), 1);
 }
@@ -155,6 +144,60 @@ TEST_F(DeleteTest, ALongQuestionIsCut)
     const std::string text = text_of(elm_object_content_get(app()->delete_popup));
     EXPECT_EQ(text.size(), 299u);
     EXPECT_EQ(text.back(), 'x');
+}
+
+TEST_F(DeleteTest, TheDropdownsCompanionIsHidden)
+{
+    open_edit(2);
+    turn_over({0});
+    Evas_Object *companion = evas_object_rectangle_add(panel().canvas());
+    evas_object_show(companion);
+    app()->action_aux = companion;
+    ask_for_deletion();
+    EXPECT_FALSE(evas_object_visible_get(companion));
+    app()->action_aux = nullptr;
+    evas_object_del(companion);
+}
+
+TEST_F(DeleteTest, AskingAgainPutsANewConfirmationInThePlaceOfTheFirst)
+{
+    open_edit(3);
+    turn_over({1});
+    ask_for_deletion();
+    b_delete_popup_entered = true;
+    forget();
+    click(app()->close_button);
+    EXPECT_EQ(confirmations(), 1u);
+    EXPECT_FALSE(b_delete_popup_entered) << "read with its introduction again";
+    EXPECT_EQ(logged("Enter"), 1);
+    panel().settle();
+    EXPECT_EQ(focused(), no());
+    press("Return");
+    EXPECT_EQ(confirmations(), 0u);
+    EXPECT_EQ(app()->delete_popup, nullptr);
+    EXPECT_EQ(focused(), app()->genlist);
+    EXPECT_THAT(removals, IsEmpty());
+}
+
+TEST_F(DeleteTest, AScreenThatIsBuiltAnewOnTheSameRecordAsksAgain)
+{
+    open_edit(3);
+    turn_over({1});
+    ask_for_deletion();
+    AppData *record = app();
+    _on_destroy(record->ug, nullptr, record);
+    EXPECT_EQ(confirmations(), 0u);
+    ASSERT_EQ(_on_create(record->ug, UG_MODE_FULLVIEW, nullptr, record), record->base);
+    panel().settle();
+    b_edit_status = true;
+    forget();
+    click(app()->close_button);
+    EXPECT_EQ(confirmations(), 1u);
+    EXPECT_EQ(logged("Enter"), 1);
+    panel().settle();
+    EXPECT_EQ(focused(), no());
+    press("Return");
+    EXPECT_EQ(confirmations(), 0u);
 }
 
 TEST_F(DeleteTest, TheSameKeyTwiceNeverDeletes)
@@ -232,10 +275,10 @@ TEST_F(DeleteTest, NoBackAndCloseDismiss)
     for (const char *key : {"Return", "XF86Back", "XF86Close", "XF86BackForward", "XF86CloseAll"}) {
         ask_for_deletion();
         forget();
-        signals.clear();
+        forget_calls();
         press(key);
         EXPECT_EQ(app()->delete_popup, nullptr) << key;
-        EXPECT_THAT(signals, ElementsAre("theme,undim|")) << key;
+        EXPECT_THAT(signals_to(app()->base), ElementsAre("theme,undim|")) << key;
         EXPECT_TRUE(b_edit_status);
         EXPECT_TRUE(running());
         EXPECT_THAT(marked(), ElementsAre(1, 3));
@@ -383,6 +426,19 @@ TEST_F(DeleteTest, FortyNineOfFifty)
     EXPECT_THAT(service_names(), ElementsAre("Phone 21"));
     EXPECT_TRUE(running());
     EXPECT_THAT(spoken(), ElementsAre(toast_marker("49")));
+}
+
+TEST_F(DeleteTest, AnEmptyTableIsRemovedInOneCallToo)
+{
+    open_edit(3);
+    turn_over({1});
+    ask_for_deletion();
+    forget();
+    device_count = 0;
+    _deletebutton_cb(app(), yes(), nullptr);
+    EXPECT_THAT(removals, ElementsAre("all"));
+    EXPECT_EQ(logged("Removing all [0] devices and list is empty"), 1);
+    EXPECT_TRUE(closed_itself());
 }
 
 TEST_F(DeleteTest, NothingMarkedDeletesNothing)

@@ -7,6 +7,7 @@
 
 #include "canvas_parts.h"
 #include "edit_fixture.h"
+#include "noted_calls.h"
 
 using testing::Contains;
 using testing::ElementsAre;
@@ -71,6 +72,22 @@ struct ToastTest : EditTest {
         replacement = text;
         replaced_id = id;
     }
+
+    /* By touch, which the toast does not keep away: deletes another row while a toast is up. */
+    void delete_by_touch(int index)
+    {
+        tap(app()->edit_button);
+        ASSERT_TRUE(b_edit_status);
+        const Eina_Rectangle place = row_area(row(app()->genlist, index));
+        panel().tap(place.x + place.w / 2, place.y + place.h / 2);
+        ASSERT_THAT(marked(), ElementsAre(index));
+        tap(app()->close_button);
+        ASSERT_NE(app()->delete_popup, nullptr);
+        tap(elm_object_part_content_get(app()->delete_popup, "button1"));
+        ASSERT_EQ(app()->delete_popup, nullptr);
+    }
+
+    static bool is_running(guint timer) { return g_main_context_find_source_by_id(nullptr, timer) != nullptr; }
 
     /* Lets the toast end by its own clock. */
     bool wait_for_end()
@@ -158,6 +175,96 @@ TEST_F(ToastTest, LastsThreeSecondsAndGivesTheFocusBack)
     EXPECT_TRUE(closed_itself());
 }
 
+TEST_F(ToastTest, NothingOnTheScreenTakesTheFocusMeanwhile)
+{
+    delete_first(5);
+    for (const Evas_Object *object : {app()->genlist, app()->edit_button, app()->close_button})
+        EXPECT_FALSE(focusable(object));
+}
+
+TEST_F(ToastTest, ItsEndLightsTheScreenUpAndLeavesTheLooksOfTheButtonsAlone)
+{
+    delete_first(5);
+    const guint timer = toastTimerTag;
+    g_source_remove(timer);
+    forget_calls();
+    EXPECT_EQ(__toast_timer_expired(app()), FALSE);
+    EXPECT_EQ(toastTimerTag, timer) << "the spent id stays until the module closes";
+    EXPECT_THAT(signals_to(app()->base), ElementsAre("theme,undim|"));
+    EXPECT_THAT(signals_to(app()->genlist), Contains("elm,state,focused|elm"));
+    for (const Evas_Object *button : {app()->edit_button, app()->close_button}) {
+        EXPECT_THAT(signals_to(button), testing::Each(testing::Not(testing::StartsWith("elm,state,undimmed"))));
+        EXPECT_TRUE(focusable(button));
+    }
+    EXPECT_TRUE(focusable(app()->genlist));
+    EXPECT_THAT(noted_links, testing::UnorderedElementsAreArray(
+                                 main_chain(app()->genlist, app()->edit_button, app()->close_button, false)));
+    toastTimerTag = 0; /* taken out above, not by its end */
+}
+
+TEST_F(ToastTest, InALanguageWrittenFromRightToLeftTheButtonsAreOnTheOtherSideAfterIt)
+{
+    set("language", "ar_AE");
+    register_devices(phones(5));
+    open();
+    press({"Return", "XF86Back"}); /* the direction is read when a drop-down opens */
+    tap(app()->edit_button);
+    turn_over({0});
+    tap(app()->close_button);
+    tap(elm_object_part_content_get(app()->delete_popup, "button1"));
+    ASSERT_TRUE(b_disable_focus);
+    forget_calls();
+    EXPECT_TRUE(wait_for_end());
+    panel().settle();
+    EXPECT_THAT(noted_links, testing::UnorderedElementsAreArray(
+                                 main_chain(app()->genlist, app()->edit_button, app()->close_button, true)));
+    EXPECT_NE(toastTimerTag, 0u);
+    EXPECT_EQ(focused(), app()->genlist);
+    press("Left");
+    EXPECT_EQ(focused(), app()->edit_button);
+    press("Right");
+    EXPECT_EQ(focused(), app()->genlist);
+}
+
+TEST_F(ToastTest, ASecondDeletionMeanwhileBringsAToastThatLastsItsOwnTime)
+{
+    delete_first(5);
+    const guint first = toastTimerTag;
+    const Evas_Object *old = toasts().at(0);
+    panel().run_until([] { return false; }, 700);
+    ASSERT_NO_FATAL_FAILURE(delete_by_touch(1));
+    EXPECT_EQ(registered().size(), 3u);
+    ASSERT_EQ(toasts().size(), 1u) << "the first has gone";
+    EXPECT_NE(toasts().at(0), old);
+    EXPECT_NE(toastTimerTag, first);
+    EXPECT_FALSE(is_running(first));
+    EXPECT_TRUE(is_running(toastTimerTag));
+    EXPECT_TRUE(b_disable_focus);
+
+    const double begin = ecore_time_get();
+    EXPECT_TRUE(wait_for_end());
+    EXPECT_NEAR(ecore_time_get() - begin, 3.0, 0.4);
+    panel().settle();
+    EXPECT_THAT(toasts(), IsEmpty());
+    EXPECT_EQ(focused(), app()->genlist);
+    press("Right");
+    EXPECT_EQ(focused(), app()->edit_button);
+}
+
+TEST_F(ToastTest, ClosingTheModuleAfterASecondDeletionLeavesNeitherToastBehind)
+{
+    delete_first(5);
+    const guint first = toastTimerTag;
+    ASSERT_NO_FATAL_FAILURE(delete_by_touch(1));
+    const guint second = toastTimerTag;
+    forget();
+    close();
+    EXPECT_EQ(logged("toastTimerTag is removed!!"), 1);
+    EXPECT_FALSE(is_running(first));
+    EXPECT_FALSE(is_running(second));
+    EXPECT_THAT(toasts(), IsEmpty());
+}
+
 TEST_F(ToastTest, KeysAreOnlyLogged)
 {
     delete_first(5);
@@ -195,7 +302,7 @@ TEST_F(ToastTest, ClosingTheModuleWhileItIsUpLeavesNothingBehind)
     const guint timer = toastTimerTag;
     close();
     EXPECT_EQ(logged("toastTimerTag is removed!!"), 1);
-    EXPECT_EQ(g_main_context_find_source_by_id(nullptr, timer), nullptr);
+    EXPECT_FALSE(is_running(timer));
     EXPECT_THAT(toasts(), IsEmpty());
     forget();
     panel().run_until([] { return false; }, kEnd);
