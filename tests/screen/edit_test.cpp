@@ -1,39 +1,25 @@
 /* Edit mode: buttons, marks, focus and spoken texts, by key and by touch. */
 
 #include <algorithm>
-#include <dlfcn.h>
 
 #include <gmock/gmock.h>
 
 #include "dlog.h"
 #include "edit_fixture.h"
+#include "noted_calls.h"
+#include "refusing_toolkit.h"
 #include "ug/action_popup.h"
+#include "ug/settings_watch.h"
 
 using testing::Each;
 using testing::ElementsAre;
-
-/* Functions of the toolkit that never fail by themselves. */
-static bool no_row_class;
-static bool no_index;
-
-extern "C" Elm_Genlist_Item_Class *elm_genlist_item_class_new(void)
-{
-    static const auto next =
-        reinterpret_cast<decltype(&elm_genlist_item_class_new)>(dlsym(RTLD_NEXT, "elm_genlist_item_class_new"));
-    return no_row_class ? nullptr : next();
-}
-
-extern "C" int elm_genlist_item_index_get(const Elm_Object_Item *item)
-{
-    static const auto next =
-        reinterpret_cast<decltype(&elm_genlist_item_index_get)>(dlsym(RTLD_NEXT, "elm_genlist_item_index_get"));
-    return no_index ? 0 : next(item);
-}
+using testing::IsSupersetOf;
+using testing::UnorderedElementsAre;
 
 namespace {
 
 struct EditModeTest : EditTest {
-    ~EditModeTest() override { no_row_class = no_index = false; }
+    ~EditModeTest() override { refuse_row_classes = refuse_indexes = false; }
 
     static std::string icon_of(const Evas_Object *icon)
     {
@@ -249,6 +235,104 @@ TEST_F(EditModeTest, TouchOnARowOrOnItsCheckBoxTurnsTheMarkOver)
     }
 }
 
+TEST_F(EditModeTest, TheLayoutWithACheckBoxIsTheLastThatARowHears)
+{
+    register_devices(phones(5));
+    open();
+    forget_calls();
+    begin_edit();
+    const auto expect_check_layouts = [this](const std::string &when) {
+        for (int i = 0; i < 5; ++i) {
+            const std::vector<std::string> layouts = layouts_of(row(app()->genlist, i));
+            ASSERT_GE(layouts.size(), 2u) << "row " << i << when;
+            EXPECT_EQ(layouts.front(), "theme,singleline,icon,2text|") << "row " << i << when;
+            EXPECT_EQ(layouts.back(), "theme,singleline,check,icon,2text|") << "row " << i << when;
+        }
+    };
+    expect_check_layouts(" at the beginning");
+    for (const char *when : {" after the first press", " after the second press"}) {
+        click(app()->edit_button);
+        forget_calls();
+        elm_genlist_realized_items_update(app()->genlist);
+        panel().settle();
+        expect_check_layouts(when);
+    }
+}
+
+TEST_F(EditModeTest, EveryPressOfTheFirstButtonRegistersTheLayoutOnceMore)
+{
+    open_edit(2);
+    const std::string plain = "theme,singleline,icon,2text|";
+    const std::string check = "theme,singleline,check,icon,2text|";
+    for (size_t presses = 1; presses <= 3; ++presses) {
+        forget_calls();
+        Elm_Object_Item *first = row(app()->genlist, 0);
+        evas_object_smart_callback_call(app()->genlist, "realized", first);
+        std::vector<std::string> expected(presses, check);
+        expected.insert(expected.begin(), plain);
+        EXPECT_EQ(layouts_of(first), expected) << presses << " presses";
+        click(app()->edit_button);
+    }
+}
+
+TEST_F(EditModeTest, AllAreTurnedOverInTheFiftySlotsBehindTheNumberOfDevices)
+{
+    open_edit(3);
+    std::vector<Evas_Object *> own;
+    for (Evas_Object *&slot : app()->checks)
+        own.push_back(slot = elm_check_add(app()->base));
+    for (const bool marking : {true, false}) {
+        for (Evas_Object *box : own)
+            elm_check_state_set(box, !marking);
+        click(app()->edit_button);
+        for (size_t slot = 0; slot < own.size(); ++slot) {
+            const bool reached = slot >= 3 && slot < 3 + 50;
+            EXPECT_EQ(elm_check_state_get(own[slot]) == EINA_TRUE, reached == marking) << "slot " << slot;
+        }
+        EXPECT_EQ(expect_checks_agree(), 3) << "whatever lies in the slots";
+    }
+}
+
+TEST_F(EditModeTest, TheFocusChainLeadsFromTheFirstButtonToTheSecond)
+{
+    register_devices(phones(3));
+    open();
+    forget_calls();
+    begin_edit();
+    const Evas_Object *list = app()->genlist;
+    const Evas_Object *first = app()->edit_button;
+    const Evas_Object *second = app()->close_button;
+    EXPECT_THAT(noted_links,
+                UnorderedElementsAre(NotedLink{first, ELM_FOCUS_NEXT, list}, NotedLink{first, ELM_FOCUS_LEFT, list},
+                                     NotedLink{list, ELM_FOCUS_RIGHT, first}, NotedLink{list, ELM_FOCUS_DOWN, list},
+                                     NotedLink{first, ELM_FOCUS_DOWN, second}, NotedLink{list, ELM_FOCUS_UP, list},
+                                     NotedLink{second, ELM_FOCUS_UP, first}));
+}
+
+TEST_F(EditModeTest, TheFocusChainIsMirroredInLanguagesWrittenFromRightToLeft)
+{
+    register_devices(phones(3));
+    open();
+    gbReverse = true;
+    forget_calls();
+    begin_edit();
+    EXPECT_THAT(noted_links, IsSupersetOf({NotedLink{app()->edit_button, ELM_FOCUS_NEXT, app()->genlist},
+                                           NotedLink{app()->edit_button, ELM_FOCUS_RIGHT, app()->genlist},
+                                           NotedLink{app()->genlist, ELM_FOCUS_LEFT, app()->edit_button}}));
+}
+
+TEST_F(BoardEditTest, TheFocusChainEndsAtTheThirdButton)
+{
+    register_devices(phones(3));
+    open();
+    forget_calls();
+    begin_edit();
+    EXPECT_THAT(noted_links, IsSupersetOf({NotedLink{app()->edit_button, ELM_FOCUS_DOWN, app()->close_button},
+                                           NotedLink{app()->close_button, ELM_FOCUS_DOWN, app()->exit_button},
+                                           NotedLink{app()->exit_button, ELM_FOCUS_UP, app()->close_button},
+                                           NotedLink{app()->close_button, ELM_FOCUS_UP, app()->edit_button}}));
+}
+
 TEST_F(EditModeTest, TouchOnTheButtonsWorksLikeTheKeys)
 {
     register_devices(phones(3));
@@ -362,9 +446,15 @@ TEST_F(EditModeTest, WithoutARowClassThereIsNoEditMode)
     register_devices(phones(3));
     open();
     press("Right");
+    b_remove_status[1] = true;
+    g_selected_count = g_checkbox_index = 7;
     forget();
-    no_row_class = true;
+    refuse_row_classes = true;
     press("Return");
+    EXPECT_THAT(marked(), ElementsAre(1)) << "the marks stay";
+    EXPECT_EQ(g_selected_count, 0);
+    EXPECT_EQ(g_checkbox_index, 0);
+    EXPECT_EQ(elm_genlist_items_count(app()->genlist), 0u);
     EXPECT_EQ(logged("Cannot create genlist item class"), 1);
     const auto line = std::ranges::find(log(), "Cannot create genlist item class", &LogLine::message);
     EXPECT_EQ(line->priority, DLOG_ERROR);
@@ -389,7 +479,7 @@ TEST_F(EditModeTest, ARowWithoutAnIndexIsNotMarked)
     open_edit(3);
     turn_over({0});
     forget();
-    no_index = true;
+    refuse_indexes = true;
     _checkbox_cb(app(), app()->genlist, nullptr);
     EXPECT_THAT(messages(), ElementsAre("Enter", "elm_genlist_item_index_get Failed"));
     EXPECT_EQ(log().back().priority, DLOG_WARN);
@@ -433,6 +523,9 @@ TEST_F(BoardEditTest, AThirdButtonLeavesEditMode)
     open_edit(3);
     ASSERT_NE(app()->exit_button, nullptr);
     EXPECT_EQ(text_of(app()->exit_button), translated("COM_SID_CLOSE"));
+    EXPECT_STREQ(elm_object_style_get(app()->exit_button), "C_ButtonBasic_WhiteText");
+    EXPECT_EQ(elm_object_part_content_get(app()->base, "button3"), app()->exit_button);
+    EXPECT_TRUE(evas_object_visible_get(app()->exit_button));
     press("Return");
     press("Right");
     EXPECT_EQ(focused(), app()->close_button);

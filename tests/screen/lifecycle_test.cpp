@@ -7,10 +7,12 @@
 #include <dlog.h>
 
 #include "desktop/port_failures.h"
+#include "noted_calls.h"
 #include "screen_test.h"
 #include "ug/action_popup.h"
 #include "ug/module.h"
 #include "ug/settings_watch.h"
+#include "vesk/device_table.h"
 
 using testing::Contains;
 using testing::IsSupersetOf;
@@ -58,6 +60,86 @@ TEST_F(LifecycleTest, RunsInTheOrderOfTheHost)
     EXPECT_EQ(logged("RDM callback deregistered successfully - handler[" + handle + "]"), 1);
     EXPECT_EQ(logged("Sucess to unset RDM callback[0]"), 1);
     EXPECT_EQ(gVeskHandler, 0);
+}
+
+TEST_F(LifecycleTest, CreatesItsScreenInOrder)
+{
+    set("high-contrast", "on");
+    const Noting noting;
+    open();
+    EXPECT_EQ(elm_app_base_scale_get(), 2.0);
+
+    /* From the board check on, without what the builder does. */
+    const std::vector<std::string> steps = sequence(log());
+    const auto first = std::ranges::find(steps, "system_info_get_custom_bool com.corvane/featureconf/quince_support");
+    const auto builder = std::ranges::find(steps, "I _create_c_popup_right: Enter");
+    const auto built = std::ranges::find(steps, "I _create_c_popup_right: Exit");
+    const auto last = std::ranges::find(steps, "I _on_start: VESK started.");
+    ASSERT_TRUE(first < builder && builder < built && built < last && last != steps.end());
+    std::vector<std::string> around(first, builder + 1);
+    around.insert(around.end(), built, last + 1);
+    EXPECT_THAT(around, testing::ElementsAre("system_info_get_custom_bool com.corvane/featureconf/quince_support",
+                                             "I is_quince_supported: is_quince status:[0]", "I _on_create: Enter",
+                                             "ea_init 0 0", "ug_get_window", "focus highlight 1", "base scale 2.000000",
+                                             "highcontrast_on from bg_set to object", "keys of the screen",
+                                             "I _create_c_popup_right: Enter", "I _create_c_popup_right: Exit",
+                                             "I _on_create: Exit", "I _on_start: VESK started."));
+}
+
+TEST_F(LifecycleTest, ReadsTheContrastBetweenThePopupAndItsContents)
+{
+    vesk_port::set_failures("vconf_get_int=-1");
+    open();
+    EXPECT_THAT(
+        lines_of({"_on_create", "_set_bg_contrast", "_create_c_popup_right"}),
+        testing::ElementsAre("_on_create: Enter", "_set_bg_contrast: Get high contrast vconf Fail or Null Pointer",
+                             "_create_c_popup_right: Enter", "_create_c_popup_right: Exit", "_on_create: Exit"));
+}
+
+TEST_F(LifecycleTest, BuildsItsScreenOnAClearedRecord)
+{
+    open(); /* the toolkit has to be up first */
+    close();
+    reset_module_state();
+
+    ug_module_ops ops{};
+    ASSERT_EQ(UG_MODULE_INIT(&ops), 0);
+    AppData *record = static_cast<AppData *>(ops.priv);
+    /* Handles of an earlier screen; nobody looks at what is behind them. */
+    Evas_Object *const stale = reinterpret_cast<Evas_Object *>(&ops);
+    DeviceEntry stale_table{};
+    record->table = &stale_table;
+    for (Evas_Object **handle : {&record->action_aux, &record->action_popup, &record->action_genlist,
+                                 &record->detail_popup, &record->close_button, &record->exit_button})
+        *handle = stale;
+    std::ranges::fill(record->checks, stale);
+
+    AppData seen{};
+    vesk_port::set_log_sink([&](int, const std::string &, const std::string &text) {
+        if (text.find("_create_c_popup_right(") != std::string::npos && text.ends_with("Enter"))
+            seen = *record;
+    });
+    const ui_gadget_h gadget = reinterpret_cast<ui_gadget_h>(&ops);
+    EXPECT_EQ(ops.create(gadget, UG_MODE_FULLVIEW, nullptr, record), record->base);
+    vesk_port::set_log_sink(nullptr);
+
+    ASSERT_NE(seen.base, nullptr) << "the builder has not been seen";
+    EXPECT_EQ(seen.base, record->base);
+    EXPECT_EQ(seen.win, panel().window());
+    EXPECT_EQ(seen.ug, gadget);
+    EXPECT_EQ(seen.table, nullptr);
+    EXPECT_EQ(seen.action_aux, nullptr);
+    EXPECT_EQ(seen.action_popup, nullptr);
+    EXPECT_EQ(seen.action_genlist, nullptr);
+    EXPECT_EQ(seen.detail_popup, nullptr);
+    EXPECT_EQ(seen.close_button, nullptr);
+    EXPECT_EQ(seen.exit_button, nullptr);
+    for (int slot = 0; slot < kCheckSlots; ++slot)
+        EXPECT_EQ(seen.checks[slot], slot < 50 ? nullptr : stale) << slot;
+    EXPECT_EQ(record->table, gVeskTable);
+
+    ops.destroy(gadget, nullptr, record);
+    UG_MODULE_EXIT(&ops);
 }
 
 TEST_F(LifecycleTest, AHostThatEndsItByItselfLeavesTheWatchAlone)

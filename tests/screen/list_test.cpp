@@ -1,23 +1,47 @@
 /* The main screen: rows, buttons and the focus between them. */
 
 #include <array>
+#include <cstring>
 
 #include <dlog.h>
 #include <gmock/gmock.h>
 
 #include "canvas_parts.h"
 #include "desktop/port_failures.h"
+#include "noted_calls.h"
 #include "screen_test.h"
 #include "ug/device_list_screen.h"
 #include "ug/edit_mode.h"
 #include "ug/rows.h"
+#include "ug/settings_watch.h"
 #include "vesk/device_table.h"
 
+using testing::Contains;
 using testing::ElementsAre;
+
+/* The catalogue's text for an empty list, while it is not empty itself. */
+static std::string no_device_text;
+
+extern "C" char *dcgettext(const char *domain, const char *id, int category) noexcept
+{
+    static const auto next = reinterpret_cast<decltype(&dcgettext)>(dlsym(RTLD_NEXT, "dcgettext"));
+    const bool replaced = !no_device_text.empty() && std::strcmp(id, "SID_NO_EQUIPMENT_STORED_MSG") == 0;
+    return replaced ? no_device_text.data() : next(domain, id, category);
+}
 
 namespace {
 
 struct ListTest : ScreenTest {
+    std::vector<std::string> lines_of(const std::string &function) const
+    {
+        std::vector<std::string> lines;
+        for (const LogLine &line : log()) {
+            if (line.function == function)
+                lines.push_back(line.message);
+        }
+        return lines;
+    }
+
     std::string text(const Evas_Object *widget, const char *part = nullptr)
     {
         const char *text = elm_object_part_text_get(widget, part);
@@ -63,6 +87,72 @@ TEST_F(ListTest, SelectsARowAgainAndLogsTheFirstOneAtErrorLevel)
     }
     EXPECT_THAT(errors, ElementsAre(testing::MatchesRegex("create_genlist: first_item.0x[0-9a-f]+.\n")));
 }
+
+TEST_F(ListTest, LogsTheWayThroughItsBuilding)
+{
+    register_devices(phones(2));
+    open();
+    EXPECT_THAT(lines_of("_create_c_popup_right"), ElementsAre("Enter", "Exit"));
+    EXPECT_THAT(lines_of("widget_min_set"), ElementsAre("Enter", "Exit"));
+    EXPECT_THAT(lines_of("create_genlist"), ElementsAre("Enter", testing::StartsWith("first_item["), "Exit"));
+}
+
+TEST_F(ListTest, EveryRowHearsItsLayout)
+{
+    forget_calls();
+    register_devices(phones(3));
+    open();
+    for (int i = 0; i < 3; ++i)
+        EXPECT_THAT(layouts_of(row(app()->genlist, i)), testing::Each("theme,singleline,icon,2text|")) << i;
+    EXPECT_THAT(layouts_of(row(app()->genlist, 2)), Contains("theme,singleline,icon,2text|"));
+}
+
+TEST_F(ListTest, ItsFocusChainPutsTheButtonsBesideTheList)
+{
+    register_devices(phones(2));
+    forget_calls();
+    open();
+    EXPECT_THAT(noted_links, testing::UnorderedElementsAreArray(
+                                 main_chain(app()->genlist, app()->edit_button, app()->close_button, false)));
+}
+
+TEST_F(ListTest, ItsFocusChainIsMirroredWhenTheDirectionIsKnownFromBefore)
+{
+    register_devices(phones(2));
+    gbReverse = true;
+    forget_calls();
+    open();
+    EXPECT_THAT(noted_links, testing::UnorderedElementsAreArray(
+                                 main_chain(app()->genlist, app()->edit_button, app()->close_button, true)));
+    press("Left");
+    EXPECT_EQ(focused(), app()->edit_button);
+    press("Right");
+    EXPECT_EQ(focused(), app()->genlist);
+}
+
+struct NoRowsTest : ListTest, testing::WithParamInterface<int> {};
+
+TEST_P(NoRowsTest, AreStillFollowedByTheFocus)
+{
+    register_devices(phones(2));
+    open();
+    Evas_Object *list = app()->genlist;
+    elm_object_focus_set(app()->edit_button, EINA_TRUE);
+    elm_genlist_clear(list);
+    elm_genlist_select_mode_set(list, ELM_OBJECT_SELECT_MODE_DEFAULT);
+    evas_object_hide(list);
+    evas_object_focus_set(list, EINA_FALSE);
+    forget();
+    create_genlist(app(), GetParam());
+    EXPECT_EQ(elm_genlist_items_count(list), 0U);
+    EXPECT_THAT(messages(), ElementsAre("Enter", "first_item[(nil)]\n", "Exit"));
+    EXPECT_EQ(log()[1].priority, DLOG_ERROR);
+    EXPECT_EQ(elm_genlist_select_mode_get(list), ELM_OBJECT_SELECT_MODE_ALWAYS);
+    EXPECT_TRUE(evas_object_focus_get(list));
+    EXPECT_TRUE(evas_object_visible_get(list));
+}
+
+INSTANTIATE_TEST_SUITE_P(Counts, NoRowsTest, testing::Values(0, -3));
 
 /* --- The focus, with few rows and with many --- */
 
@@ -166,9 +256,22 @@ TEST_F(EmptyListTest, SaysSoInTheMiddleOfThePopup)
     EXPECT_EQ(logged("[VESKAUTOTC][DELETEALL]"), 1);
 }
 
+TEST_F(EmptyListTest, CutsALongText)
+{
+    no_device_text.assign(400, 'x');
+    open();
+    no_device_text.clear();
+    const std::string shown = text(app()->noitem_label);
+    EXPECT_EQ(shown.size(), 299U);
+    EXPECT_EQ(shown.back(), 'x');
+}
+
 TEST_F(EmptyListTest, LeavesTheFocusOnTheCloseButton)
 {
+    forget_calls();
     open();
+    EXPECT_THAT(signals_to(app()->close_button), Contains("elm,state,focused|elm"));
+    EXPECT_THAT(signals_to(app()->edit_button), Contains("elm,state,dimmed|elm"));
     EXPECT_EQ(focused(), app()->close_button);
     EXPECT_FALSE(elm_object_focus_allow_get(app()->edit_button));
     for (const char *key : {"Up", "Left", "Right", "Down"}) {

@@ -1,6 +1,8 @@
 /* The list follows the registered-device service while the module is open. */
 
+#include <array>
 #include <cstring>
+#include <set>
 
 #include <gmock/gmock.h>
 
@@ -9,6 +11,7 @@
 #include "desktop/port_failures.h"
 #include "desktop/rdm_service.h"
 #include "dropdown_fixture.h"
+#include "noted_calls.h"
 #include "ug/edit_mode.h"
 #include "ug/settings_watch.h"
 #include "vesk/device_table.h"
@@ -146,6 +149,118 @@ TEST_P(OtherStatusTest, ChangesNothing)
 }
 
 INSTANTIATE_TEST_SUITE_P(Status, OtherStatusTest, testing::Values(2, 3, 4, 5, -1, INT32_MAX, INT32_MIN));
+
+/* --- One refresh, step by step --- */
+
+struct RefreshTest : LiveTest {
+    /* What a report leaves in the log, of the steps that the refresh itself takes. */
+    std::vector<std::string> steps_after(const RdmDeviceInfo &info)
+    {
+        forget();
+        {
+            const Noting noting;
+            vesk_port::emit(info);
+        }
+        std::vector<LogLine> steps = log();
+        std::erase_if(steps, [](const LogLine &line) {
+            static const std::set<std::string> within{"create_genlist",   "_load_device_icon", "widget_min_set",
+                                                      "vesk_sort_table",  "vesk_print_table",  "vesk_print_item",
+                                                      "vesk_get_RDMList", "_item_label_get"};
+            return within.contains(line.function) && !line.message.starts_with("\tRDM Count");
+        });
+        return sequence(steps);
+    }
+
+    /* Size hints: weight and alignment across and down. */
+    static std::array<double, 4> hints_of(const Evas_Object *object)
+    {
+        std::array<double, 4> hints{};
+        evas_object_size_hint_weight_get(object, &hints[0], &hints[1]);
+        evas_object_size_hint_align_get(object, &hints[2], &hints[3]);
+        return hints;
+    }
+};
+
+TEST_F(RefreshTest, IsLoggedFromTheReportToTheRefreshedList)
+{
+    for (const int status : {0, 1}) {
+        const RdmDeviceInfo info = report(0, status);
+        EXPECT_THAT(steps_after(info),
+                    ElementsAre("I vesk_rdm_callback: " + status_line(info), "W vesk_get_RDMList: \tRDM Count is 3",
+                                "I refresh_genlist: Enter", "I refresh_genlist: Exit",
+                                "elm,state,focused from elm to list", "focus highlight 1 on list",
+                                "elm,state,undimmed from elm to edit button",
+                                "I vesk_refresh_list: ListRefreshed [3]"));
+    }
+}
+
+TEST_F(RefreshTest, OfAnEmptyTableAsksForTheEndAndGoesOnToItsLastStep)
+{
+    const RdmDeviceInfo info = report(0, 1);
+    const std::string handle = std::to_string(gVeskHandler);
+    register_devices({});
+    std::vector<std::string> steps = steps_after(info);
+    /* The host's part: a button that may not have the focus looks so. */
+    std::erase(steps, "elm,action,unfocus from elm to edit button");
+    EXPECT_THAT(
+        steps,
+        ElementsAre("I vesk_rdm_callback: " + status_line(info), "W vesk_get_RDMList: \tRDM Count is 0",
+                    "I refresh_genlist: Enter", "focus highlight 1 on window",
+                    "I deregister_rdm_callback: RDM callback deregistered successfully - handler[" + handle + "]",
+                    "I unwatch_orientation: Sucess to unset RDM callback[0]", "ug_destroy_me",
+                    "I refresh_genlist: Exit", "elm,state,focused from elm to list", "focus highlight 1 on list",
+                    "elm,state,dimmed from elm to edit button", "I vesk_refresh_list: ListRefreshed [0]"));
+    EXPECT_FALSE(elm_object_focus_allow_get(app()->edit_button));
+    EXPECT_TRUE(closed_itself());
+}
+
+TEST_F(RefreshTest, MakesAListLikeTheFirst)
+{
+    const Evas_Object *old_rect = app()->list_rect;
+    const Evas_Object *old_list = app()->genlist;
+    vesk_port::emit(report(0, 0));
+    Evas_Object *list = app()->genlist;
+    ASSERT_NE(list, old_list);
+    EXPECT_TRUE(elm_object_scroll_item_loop_enabled_get(list));
+    EXPECT_EQ(elm_genlist_select_mode_get(list), ELM_OBJECT_SELECT_MODE_ALWAYS);
+    EXPECT_THAT(hints_of(list), ElementsAre(1.0, 1.0, -1.0, -1.0));
+    EXPECT_EQ(app()->table, gVeskTable);
+
+    EXPECT_NE(app()->list_rect, old_rect);
+    int width = 0;
+    int height = 0;
+    evas_object_size_hint_min_get(app()->list_rect, &width, &height);
+    EXPECT_EQ(std::pair(width, height), std::pair(820, 491));
+    const Evas_Object *wrapper = elm_object_content_get(app()->base);
+    EXPECT_EQ(wrapper, elm_object_parent_widget_get(list));
+    EXPECT_TRUE(evas_object_visible_get(wrapper));
+    EXPECT_THAT(hints_of(wrapper), ElementsAre(0.0, 1.0, -1.0, -1.0));
+}
+
+TEST_F(RefreshTest, HearsOfTheNewListsRows)
+{
+    vesk_port::emit(report(0, 0));
+    panel().settle();
+    forget();
+    evas_object_smart_callback_call(app()->genlist, "realized", row(app()->genlist, 1));
+    EXPECT_THAT(sequence(log()),
+                ElementsAre("I genlistRealizedCb: Enter", "I show_mark: Item Index = [1], status = [0], count = [3]",
+                            "I show_mark: Check box is null", "I genlistRealizedCb: Exit"));
+}
+
+TEST_F(RefreshTest, ClosesTheArmedStateOfTheDropDown)
+{
+    b_popup_expanded = true;
+    vesk_port::emit(report(0, 0));
+    EXPECT_FALSE(b_popup_expanded);
+}
+
+TEST_F(RefreshTest, GivesADimmedEditButtonItsFocusBack)
+{
+    elm_object_focus_allow_set(app()->edit_button, EINA_FALSE);
+    vesk_port::emit(report(0, 0));
+    EXPECT_TRUE(elm_object_focus_allow_get(app()->edit_button));
+}
 
 /* --- Records that the table could not hold --- */
 

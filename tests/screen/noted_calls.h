@@ -1,111 +1,148 @@
 #pragma once
-/* What a screen asks of the toolkit without leaving a trace of its own, for a program of one source: these stand before
- * the toolkit's functions and pass on what they have noted. Calls of the host and of the toolkit itself come by too, so
- * look for the object that is meant. */
+/* What the module asks of the toolkit and of the platform beside what it logs, as one sequence; for a program of one
+ * source: these functions stand before the others' own. While a Noting lives, each of their calls becomes a line of
+ * the test's log. */
 
-#include <dlfcn.h>
-
-#include <iterator>
-#include <ostream>
 #include <string>
 #include <vector>
 
+#include <dlfcn.h>
+
 #include <Elementary.h>
+#include <dlog.h>
+#include <system_info.h>
 
-/* A signal to an object or a row, as "emission|source". */
-struct NotedSignal {
-    const void *to;
-    std::string text;
-};
+#include "desktop/log.h"
+#include "screen_test.h"
+#include "ug/app_keys.h"
 
-/* A link of the explicit focus chain. */
-struct NotedLink {
-    const Evas_Object *from;
-    Elm_Focus_Direction direction;
-    const Evas_Object *to;
-    bool operator==(const NotedLink &) const = default;
-};
+/* In the place of a priority: a call that was noted. */
+constexpr int kNoted = 0;
 
-inline std::ostream &operator<<(std::ostream &out, const NotedLink &link)
-{
-    return out << link.from << " in direction " << link.direction << " to " << link.to;
-}
+class Noting {
+public:
+    Noting() { noting = true; }
+    ~Noting() { noting = false; }
+    Noting(const Noting &) = delete;
+    Noting &operator=(const Noting &) = delete;
 
-struct NotedTimer {
-    double seconds;
-    Ecore_Task_Cb callback;
-    const void *data;
-    bool operator==(const NotedTimer &) const = default;
-};
-
-inline std::vector<NotedSignal> noted_signals;
-inline std::vector<NotedLink> noted_links;
-inline std::vector<NotedTimer> noted_timers;
-
-inline void forget_calls()
-{
-    noted_signals.clear();
-    noted_links.clear();
-    noted_timers.clear();
-}
-
-inline std::vector<std::string> signals_to(const void *object)
-{
-    std::vector<std::string> texts;
-    for (const NotedSignal &signal : noted_signals) {
-        if (signal.to == object)
-            texts.push_back(signal.text);
+    static void note(const std::string &call)
+    {
+        if (noting)
+            vesk_port::log_line(kNoted, "VESK_LOG", "toolkit: noted(0) > " + call);
     }
-    return texts;
-}
 
-/* The signals to a row that choose the layout of its theme. */
-inline std::vector<std::string> layouts_of(const Elm_Object_Item *item)
+private:
+    static inline bool noting;
+};
+
+/* The log with its calls, such as "I refresh_genlist: Enter" and "ug_destroy_me". */
+inline std::vector<std::string> sequence(const std::vector<LogLine> &log)
 {
-    std::vector<std::string> texts = signals_to(item);
-    std::erase_if(texts, [](const std::string &text) { return !text.starts_with("theme,"); });
-    return texts;
+    std::vector<std::string> result;
+    for (const LogLine &line : log) {
+        if (line.priority == kNoted)
+            result.push_back(line.message);
+        else
+            result.push_back(std::string(1, " IWE"[line.priority - DLOG_INFO + 1]) + " " + line.function + ": " +
+                             line.message);
+    }
+    return result;
 }
 
-extern "C" void elm_object_signal_emit(Evas_Object *object, const char *emission, const char *source)
+/* What an object is to the screen. */
+inline std::string role(const Evas_Object *object)
+{
+    if (!object)
+        return "nothing";
+    if (!app_data)
+        return "object";
+    return object == app_data->base           ? "base"
+           : object == app_data->win          ? "window"
+           : object == app_data->genlist      ? "list"
+           : object == app_data->edit_button  ? "edit button"
+           : object == app_data->close_button ? "close button"
+                                              : "object";
+}
+
+template <class Function> Function behind_note(Function, const char *name)
+{
+    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
+}
+
+extern "C" {
+
+void elm_config_focus_highlight_enabled_set(Eina_Bool enabled)
 {
     static const auto next =
-        reinterpret_cast<decltype(&elm_object_signal_emit)>(dlsym(RTLD_NEXT, "elm_object_signal_emit"));
-    noted_signals.push_back({object, std::string(emission) + "|" + source});
-    next(object, emission, source);
+        behind_note(&elm_config_focus_highlight_enabled_set, "elm_config_focus_highlight_enabled_set");
+    Noting::note("focus highlight " + std::to_string(enabled));
+    next(enabled);
 }
 
-extern "C" void elm_object_item_signal_emit(Elm_Object_Item *item, const char *emission, const char *source)
+void elm_win_focus_highlight_enabled_set(Evas_Object *object, Eina_Bool enabled)
 {
-    static const auto next =
-        reinterpret_cast<decltype(&elm_object_item_signal_emit)>(dlsym(RTLD_NEXT, "elm_object_item_signal_emit"));
-    noted_signals.push_back({item, std::string(emission) + "|" + source});
-    next(item, emission, source);
+    static const auto next = behind_note(&elm_win_focus_highlight_enabled_set, "elm_win_focus_highlight_enabled_set");
+    Noting::note("focus highlight " + std::to_string(enabled) + " on " + role(object));
+    next(object, enabled);
 }
 
-extern "C" void elm_object_focus_next_object_set(Evas_Object *from, Evas_Object *to, Elm_Focus_Direction direction)
+void elm_object_signal_emit(Evas_Object *object, const char *signal, const char *source)
 {
-    static const auto next = reinterpret_cast<decltype(&elm_object_focus_next_object_set)>(
-        dlsym(RTLD_NEXT, "elm_object_focus_next_object_set"));
-    noted_links.push_back({from, direction, to});
-    next(from, to, direction);
+    static const auto next = behind_note(&elm_object_signal_emit, "elm_object_signal_emit");
+    Noting::note(std::string(signal) + " from " + source + " to " + role(object));
+    next(object, signal, source);
 }
 
-extern "C" Ecore_Timer *ecore_timer_add(double seconds, Ecore_Task_Cb callback, const void *data)
+void elm_popup_align_set(Evas_Object *popup, double horizontal, double vertical)
 {
-    static const auto next = reinterpret_cast<decltype(&ecore_timer_add)>(dlsym(RTLD_NEXT, "ecore_timer_add"));
-    noted_timers.push_back({seconds, callback, data});
-    return next(seconds, callback, data);
+    static const auto next = behind_note(&elm_popup_align_set, "elm_popup_align_set");
+    Noting::note("popup aligned");
+    next(popup, horizontal, vertical);
 }
 
-/* The chain of the main screen outside edit mode: buttons one above the other beside the list, on its left when the
- * language is written from right to left. */
-inline std::vector<NotedLink> main_chain(const Evas_Object *list, const Evas_Object *first, const Evas_Object *second,
-                                         bool reverse)
+void elm_app_base_scale_set(double scale)
 {
-    const Elm_Focus_Direction to_list = reverse ? ELM_FOCUS_RIGHT : ELM_FOCUS_LEFT;
-    const Elm_Focus_Direction to_buttons = reverse ? ELM_FOCUS_LEFT : ELM_FOCUS_RIGHT;
-    return {{first, ELM_FOCUS_NEXT, list},   {first, to_list, list},     {second, ELM_FOCUS_NEXT, list},
-            {second, to_list, list},         {list, to_buttons, first},  {list, ELM_FOCUS_DOWN, list},
-            {first, ELM_FOCUS_DOWN, second}, {list, ELM_FOCUS_UP, list}, {second, ELM_FOCUS_UP, first}};
+    static const auto next = behind_note(&elm_app_base_scale_set, "elm_app_base_scale_set");
+    Noting::note("base scale " + std::to_string(scale));
+    next(scale);
 }
+
+void evas_object_event_callback_add(Evas_Object *object, Evas_Callback_Type type, Evas_Object_Event_Cb callback,
+                                    const void *data)
+{
+    static const auto next = behind_note(&evas_object_event_callback_add, "evas_object_event_callback_add");
+    if (type == EVAS_CALLBACK_KEY_DOWN && callback == Close_app_On_returnKey)
+        Noting::note("keys of the screen");
+    next(object, type, callback, data);
+}
+
+int system_info_get_custom_bool(const char *key, bool *value)
+{
+    static const auto next = behind_note(&system_info_get_custom_bool, "system_info_get_custom_bool");
+    Noting::note(std::string("system_info_get_custom_bool ") + key);
+    return next(key, value);
+}
+
+int ea_init(int first, int second)
+{
+    static const auto next = behind_note(&ea_init, "ea_init");
+    Noting::note("ea_init " + std::to_string(first) + " " + std::to_string(second));
+    return next(first, second);
+}
+
+void *ug_get_window(void)
+{
+    static const auto next = behind_note(&ug_get_window, "ug_get_window");
+    Noting::note("ug_get_window");
+    return next();
+}
+
+int ug_destroy_me(ui_gadget_h gadget)
+{
+    static const auto next = behind_note(&ug_destroy_me, "ug_destroy_me");
+    Noting::note("ug_destroy_me");
+    return next(gadget);
+}
+
+} // extern "C"

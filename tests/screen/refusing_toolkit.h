@@ -5,8 +5,10 @@
 
 #include <Elementary.h>
 
-/* While set, there are no row classes; there is no row with this number among a list's rows, counted from 0. */
+/* While set, there are no row classes; rows have no place in their list; there is no row with this number among a
+ * list's rows, counted from 0. */
 inline bool refuse_row_classes;
+inline bool refuse_indexes;
 inline int refuse_row = -1;
 
 extern "C" Elm_Genlist_Item_Class *elm_genlist_item_class_new()
@@ -26,4 +28,11 @@ extern "C" Elm_Object_Item *elm_genlist_item_append(Evas_Object *list, const Elm
     if (refuse_row >= 0 && elm_genlist_items_count(list) == static_cast<unsigned int>(refuse_row))
         return nullptr;
     return next(list, row_class, data, parent, type, selected, user);
+}
+
+extern "C" int elm_genlist_item_index_get(const Elm_Object_Item *item)
+{
+    static const auto next =
+        reinterpret_cast<decltype(&elm_genlist_item_index_get)>(dlsym(RTLD_NEXT, "elm_genlist_item_index_get"));
+    return refuse_indexes ? 0 : next(item);
 }

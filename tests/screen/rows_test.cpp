@@ -5,15 +5,18 @@
 #include <dlog.h>
 
 #include "canvas_parts.h"
+#include "noted_calls.h"
 #include "refusing_toolkit.h"
 #include "screen_test.h"
 #include "ug/device_list_screen.h"
+#include "ug/edit_mode.h"
+#include "ug/rows.h"
 #include "vesk/device_table.h"
 
 namespace {
 
 struct RowsTest : ScreenTest {
-    ~RowsTest() override { refuse_row_classes = false; }
+    ~RowsTest() override { refuse_row_classes = refuse_indexes = false; }
 
     int priority_of(const std::string &message) const
     {
@@ -121,15 +124,56 @@ TEST_F(RowsTest, ARowThatIsRealizedIsPreparedAndLogged)
     register_devices(phones(1));
     open();
     forget();
+    forget_calls();
     elm_genlist_item_select_mode_set(row(app()->genlist, 0), ELM_OBJECT_SELECT_MODE_DEFAULT);
     genlistRealizedCb(app(), app()->genlist, row(app()->genlist, 0));
     EXPECT_EQ(elm_genlist_item_select_mode_get(row(app()->genlist, 0)), ELM_OBJECT_SELECT_MODE_ALWAYS);
     EXPECT_THAT(messages(),
                 testing::ElementsAre("Enter", testing::StartsWith(" Item ["),
                                      "Item Index = [0], status = [0], count = [1]", "Check box is null", "Exit"));
+    EXPECT_THAT(layouts_of(row(app()->genlist, 0)), testing::ElementsAre("theme,singleline,icon,2text|"));
     forget();
     genlistRealizedCb(app(), app()->genlist, nullptr);
     EXPECT_TRUE(log().empty());
+}
+
+TEST_F(RowsTest, ARowWithoutAPlaceIsLeftAsItIs)
+{
+    register_devices(phones(1));
+    open();
+    press({"Right", "Return"});
+    ASSERT_TRUE(b_edit_status);
+    Elm_Object_Item *first = row(app()->genlist, 0);
+    b_remove_status[0] = true;
+    forget();
+    refuse_indexes = true;
+    genlistRealizedCb(app(), app()->genlist, first);
+    EXPECT_THAT(messages(), testing::ElementsAre("Enter", "elm_genlist_item_index_get Failed"));
+    EXPECT_EQ(priority_of("elm_genlist_item_index_get Failed"), DLOG_WARN);
+    EXPECT_FALSE(elm_check_state_get(check_of_item(first)));
+}
+
+TEST_F(RowsTest, ACheckBoxTakesItsRowsMarkAndIsLoggedEitherWay)
+{
+    register_devices(phones(3));
+    open();
+    press({"Right", "Return"});
+    ASSERT_TRUE(b_edit_status);
+    Elm_Object_Item *second = row(app()->genlist, 1);
+    Evas_Object *check = check_of_item(second);
+    ASSERT_TRUE(check);
+    for (const bool marked : {true, false}) {
+        b_remove_status[1] = marked;
+        elm_check_state_set(check, !marked);
+        forget();
+        genlistRealizedCb(app(), app()->genlist, second);
+        char status[64];
+        char box[64];
+        snprintf(status, sizeof status, "Item Index = [1], status = [%d], count = [3]", marked);
+        snprintf(box, sizeof box, "Item Index [1] [%p]", static_cast<void *>(check));
+        EXPECT_THAT(messages(), testing::ElementsAre("Enter", status, box, "Exit"));
+        EXPECT_EQ(elm_check_state_get(check) == EINA_TRUE, marked);
+    }
 }
 
 TEST_F(RowsTest, ARowWithoutAnAccessObjectIsAnError)
