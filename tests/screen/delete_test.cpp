@@ -9,8 +9,8 @@
 #include "desktop/port_failures.h"
 #include "dlog.h"
 #include "edit_fixture.h"
-#include "noted_calls.h"
 #include "rdm.h"
+#include "toolkit_calls.h"
 #include "ug/module.h"
 #include "vesk/device_actions.h"
 

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "dropdown_fixture.h"
-#include "noted_calls.h"
+#include "toolkit_calls.h"
 #include "ug/delete_popup.h"
 
 using testing::Contains;

@@ -7,7 +7,7 @@
 
 #include "canvas_parts.h"
 #include "edit_fixture.h"
-#include "noted_calls.h"
+#include "toolkit_calls.h"
 
 using testing::Contains;
 using testing::ElementsAre;
