@@ -6,8 +6,8 @@
 
 #include "dlog.h"
 #include "edit_fixture.h"
-#include "noted_calls.h"
 #include "refusing_toolkit.h"
+#include "toolkit_calls.h"
 #include "ug/action_popup.h"
 #include "ug/settings_watch.h"
 

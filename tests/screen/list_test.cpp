@@ -8,8 +8,8 @@
 
 #include "canvas_parts.h"
 #include "desktop/port_failures.h"
-#include "noted_calls.h"
 #include "screen_test.h"
+#include "toolkit_calls.h"
 #include "ug/device_list_screen.h"
 #include "ug/edit_mode.h"
 #include "ug/rows.h"

@@ -5,9 +5,9 @@
 #include <dlog.h>
 
 #include "canvas_parts.h"
-#include "noted_calls.h"
 #include "refusing_toolkit.h"
 #include "screen_test.h"
+#include "toolkit_calls.h"
 #include "ug/device_list_screen.h"
 #include "ug/edit_mode.h"
 #include "ug/rows.h"
