@@ -37,6 +37,16 @@ static const char *const kStyle = "C_ListDropdown_White";
 /* The drop-down that is on the screen. The record's handle stays behind when one has been closed by a choice. */
 static Evas_Object *shown_popup;
 
+/* The class of its rows lives as long as they do, and a little longer. */
+static Elm_Genlist_Item_Class *choice_class;
+
+void release_choice_class()
+{
+    if (choice_class)
+        elm_genlist_item_class_free(choice_class);
+    choice_class = nullptr;
+}
+
 static void forget_popup(void * /*data*/, Evas * /*canvas*/, Evas_Object *obj, void * /*event_info*/)
 {
     if (shown_popup == obj)
@@ -75,10 +85,7 @@ static void size_dropdown(AppData *app, Evas_Object *popup, Evas_Object *list)
 
 static bool append_choices(AppData *app, Evas_Object *list)
 {
-    /* Lives on with its rows; given back when the next drop-down opens. */
-    static Elm_Genlist_Item_Class *choice_class;
-    if (choice_class)
-        elm_genlist_item_class_free(choice_class);
+    release_choice_class();
     choice_class = elm_genlist_item_class_new();
     if (!choice_class) {
         LOG_W("elm_genlist_item_class_new failed");

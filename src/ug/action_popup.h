@@ -43,5 +43,8 @@ void _item_selected_cb_tablo(void *data, Evas_Object *obj, void *event_info);
 /* Callback of the drop-down list's "realized": screen-reader text of the row `event_info`. */
 void subpopupRealizedCb(void *data, Evas_Object *obj, void *event_info);
 
+/* Gives back the class of the last drop-down's rows: when the next one opens and when the screen goes. */
+void release_choice_class();
+
 /* Key-down callback of the drop-down: Back and Close dismiss it; the choice that the counter holds is spoken. */
 void Close_popup_On_returnKey(void *data, Evas *canvas, Evas_Object *obj, void *event_info);

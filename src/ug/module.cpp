@@ -202,6 +202,7 @@ void _on_destroy(ui_gadget_h ug, app_control_h /*app_control*/, void *priv)
         g_source_remove(toastTimerTag);
     }
     forget_focus();
+    release_choice_class();
 
     /* What lies inside the base popup goes with it; the toolkit rejects the handles that are stale by then. */
     delete_object(app->noitem_label);

@@ -4,7 +4,9 @@
 
 #include "dlog.h"
 #include "edit_fixture.h"
+#include "noted_calls.h"
 #include "ug/action_popup.h"
+#include "ug/settings_watch.h"
 
 using testing::Contains;
 using testing::ElementsAre;
@@ -135,13 +137,53 @@ TEST_F(KeysTest, BackInEditModeOnlyLeavesIt)
     EXPECT_TRUE(closed_itself());
 }
 
+TEST_F(KeysTest, FromRightToLeftEditModeLeavesTheListToTheRightOfTheButtons)
+{
+    set("language", "he_IL");
+    open_list(2);
+    press({"Return", "XF86Back"});
+    ASSERT_TRUE(gbReverse);
+    begin_edit();
+    press("XF86Back");
+    ASSERT_FALSE(b_edit_status);
+
+    Evas_Object *list = app()->genlist;
+    Evas_Object *first = app()->edit_button;
+    Evas_Object *second = app()->close_button;
+    const auto next = [](const Evas_Object *object, Elm_Focus_Direction direction) {
+        return elm_object_focus_next_object_get(object, direction);
+    };
+    EXPECT_EQ(next(first, ELM_FOCUS_NEXT), list);
+    EXPECT_EQ(next(second, ELM_FOCUS_NEXT), list);
+    EXPECT_EQ(next(first, ELM_FOCUS_RIGHT), list);
+    EXPECT_EQ(next(second, ELM_FOCUS_RIGHT), list);
+    EXPECT_EQ(next(list, ELM_FOCUS_LEFT), first);
+    EXPECT_EQ(next(list, ELM_FOCUS_UP), list);
+    EXPECT_EQ(next(list, ELM_FOCUS_DOWN), list);
+    EXPECT_EQ(next(first, ELM_FOCUS_DOWN), second);
+    EXPECT_EQ(next(second, ELM_FOCUS_UP), first);
+    for (const Evas_Object *button : {first, second})
+        EXPECT_NE(next(button, ELM_FOCUS_LEFT), list);
+    EXPECT_NE(next(list, ELM_FOCUS_RIGHT), first);
+
+    EXPECT_EQ(focused(), list);
+    press("Left");
+    EXPECT_EQ(focused(), first);
+    press("Down");
+    EXPECT_EQ(focused(), second);
+    press("Right");
+    EXPECT_EQ(focused(), list);
+}
+
 TEST_F(KeysTest, WhileTheToastIsUpKeysAreOnlyHeard)
 {
     open_list(3);
     b_disable_focus = true;
     hear("XF86Back");
     hear("Down");
-    EXPECT_THAT(messages(), ElementsAre("key[XF86Back]", "b_disable_focus", "key[Down]", "b_disable_focus"));
+    const std::string key = "I Close_app_On_returnKey: key";
+    const std::string refusal = "I Close_app_On_returnKey: b_disable_focus";
+    EXPECT_THAT(sequence(log()), ElementsAre(key + "[XF86Back]", refusal, key + "[Down]", refusal));
     EXPECT_EQ(current_position, 0);
     EXPECT_TRUE(running());
     b_disable_focus = false;
@@ -154,7 +196,9 @@ TEST_F(KeysTest, AKeyThatComesToTheScreenBehindTheDetailsIsLogged)
     ASSERT_NE(app()->detail_popup, nullptr);
     forget();
     hear("Left");
-    EXPECT_THAT(messages(), ElementsAre("key[Left]", "detail_popup unset", "done"));
+    EXPECT_THAT(sequence(log()),
+                ElementsAre("I Close_app_On_returnKey: key[Left]", "I Close_app_On_returnKey: detail_popup unset",
+                            "I Close_app_On_returnKey: done"));
     EXPECT_NE(app()->detail_popup, nullptr);
 }
 

@@ -133,6 +133,16 @@ TEST_F(ReaderTest, InEditModeEveryRowIsReadAsNotTicked)
     EXPECT_EQ(asked_row(row(app()->genlist, 2)), "Check box,Not ticked," + shown("Three") + ",Denied");
 }
 
+TEST_F(ReaderTest, ARowThatIsMissingIsReadWithoutItsTexts)
+{
+    open();
+    EXPECT_EQ(taken(_list_reader(nullptr, nullptr)), "Device list,Items: 4,,");
+    EXPECT_EQ(taken(_list_reader(nullptr, nullptr)), ",");
+    b_edit_status = true;
+    EXPECT_EQ(taken(_list_reader(nullptr, nullptr)), "Check box,Not ticked,,");
+    b_edit_status = false;
+}
+
 /* ---- The empty screen ---- */
 
 TEST_F(ReaderTest, TheEmptyScreenIsReadOnce)
@@ -201,6 +211,21 @@ TEST_F(ReaderTest, ADropDownWithoutASelectedRowIsNotIntroduced)
     forget();
     EXPECT_EQ(taken(_subpopup_screen_reader(nullptr, nullptr)), kNothing);
     EXPECT_EQ(logged("no row is selected"), 1);
+    EXPECT_FALSE(b_subpopup_entered);
+    EXPECT_THAT(spoken(), IsEmpty());
+}
+
+TEST_F(ReaderTest, ADropDownWithoutAScreenIsNotIntroduced)
+{
+    open();
+    open_dropdown(0);
+    forget();
+    AppData *const screen = app_data;
+    app_data = nullptr;
+    EXPECT_EQ(taken(_subpopup_screen_reader(nullptr, nullptr)), kNothing);
+    app_data = screen;
+    EXPECT_THAT(messages(), ElementsAre("no row is selected"));
+    EXPECT_EQ(log().back().priority, DLOG_WARN);
     EXPECT_FALSE(b_subpopup_entered);
     EXPECT_THAT(spoken(), IsEmpty());
 }

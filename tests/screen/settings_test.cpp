@@ -5,6 +5,7 @@
 
 #include "desktop/port_failures.h"
 #include "details.h"
+#include "noted_calls.h"
 #include "ug/detail_popup.h"
 #include "ug/settings_watch.h"
 
@@ -13,26 +14,15 @@ using testing::IsEmpty;
 
 namespace {
 
-/* Signals of the contrast that popups have been sent, as "signal source". */
-std::vector<std::string> contrast_signals;
-
-} // namespace
-
-/* Stands before the toolkit's: the signals of the contrast are noted and passed on. */
-extern "C" void elm_object_signal_emit(Evas_Object *object, const char *signal, const char *source)
-{
-    if (std::string(signal).starts_with("highcontrast"))
-        contrast_signals.push_back(std::string(signal) + " " + source);
-    elm_layout_signal_emit(object, signal, source);
-}
-
-namespace {
-
 struct SettingsTest : DetailsTest {
-    SettingsTest()
+    SettingsTest() { register_devices({with_services("Phone", 5), with_services("Tablet", 7, 2)}); }
+
+    /* The signals of the contrast that popups have been sent since the last forget(). */
+    std::vector<std::string> contrast_signals() const
     {
-        contrast_signals.clear();
-        register_devices({with_services("Phone", 5), with_services("Tablet", 7, 2)});
+        std::vector<std::string> signals = sequence(log());
+        std::erase_if(signals, [](const std::string &step) { return !step.starts_with("highcontrast"); });
+        return signals;
     }
 
     void store(const std::string &alias, const std::string &value)
@@ -49,13 +39,15 @@ struct SettingsTest : DetailsTest {
 
 /* ---- High contrast ---- */
 
-struct ContrastTest : SettingsTest, testing::WithParamInterface<std::pair<const char *, const char *>> {};
+struct ContrastTest : SettingsTest, testing::WithParamInterface<std::pair<std::string, std::string>> {};
 
 TEST_P(ContrastTest, IsToldToTheBasePopupOnce)
 {
-    store("high-contrast", GetParam().first);
+    const auto &[value, signal] = GetParam();
+    const Noting noting;
+    store("high-contrast", value);
     ScreenTest::open();
-    EXPECT_THAT(contrast_signals, ElementsAre(std::string(GetParam().second) + " bg_set"));
+    EXPECT_THAT(contrast_signals(), ElementsAre(signal + " from bg_set to object"));
     EXPECT_EQ(logged("Get high contrast vconf Fail or Null Pointer"), 0);
     EXPECT_TRUE(running());
 }
@@ -64,15 +56,16 @@ INSTANTIATE_TEST_SUITE_P(Values, ContrastTest,
                          testing::Values(std::pair("0", "highcontrast_off"), std::pair("1", "highcontrast_on"),
                                          std::pair("2", "highcontrast_off"), std::pair("-1", "highcontrast_off")),
                          [](const auto &sample) {
-                             const std::string value = sample.param.first;
+                             const std::string &value = sample.param.first;
                              return value == "-1" ? "negative" : "value_" + value;
                          });
 
 TEST_F(SettingsTest, AContrastThatCannotBeReadIsLoggedAndNotTold)
 {
+    const Noting noting;
     vesk_port::set_failures("vconf_get_int=-1");
     ScreenTest::open();
-    EXPECT_THAT(contrast_signals, IsEmpty());
+    EXPECT_THAT(contrast_signals(), IsEmpty());
     EXPECT_EQ(logged_in("_set_bg_contrast", "Get high contrast vconf Fail or Null Pointer"), 1);
     for (const LogLine &line : log()) {
         if (line.function == "_set_bg_contrast") {
@@ -84,15 +77,16 @@ TEST_F(SettingsTest, AContrastThatCannotBeReadIsLoggedAndNotTold)
 
 TEST_F(SettingsTest, TheContrastIsReadAtTheBeginningOnly)
 {
+    const Noting noting;
     open();
-    contrast_signals.clear();
+    forget();
     set("high-contrast", "on");
     panel().settle();
     open_details(0);
-    EXPECT_THAT(contrast_signals, IsEmpty());
+    EXPECT_THAT(contrast_signals(), IsEmpty());
     close();
     ScreenTest::open();
-    EXPECT_THAT(contrast_signals, ElementsAre("highcontrast_on bg_set"));
+    EXPECT_THAT(contrast_signals(), ElementsAre("highcontrast_on from bg_set to object"));
 }
 
 /* ---- The language at the beginning ---- */
@@ -119,29 +113,27 @@ TEST_F(SettingsTest, ALanguageWithoutACatalogueIsEnglish)
 
 /* ---- From right to left ---- */
 
-struct LanguageTest : SettingsTest, testing::WithParamInterface<std::pair<const char *, bool>> {};
+struct LanguageTest : SettingsTest, testing::WithParamInterface<std::pair<std::string, bool>> {};
 
 TEST_P(LanguageTest, DecidesTheDirectionWhenADropDownOpens)
 {
-    const auto [language, reverse] = GetParam();
+    const auto &[language, reverse] = GetParam();
     store("language", language);
     open();
     EXPECT_FALSE(gbReverse) << "not before";
     open_dropdown(0);
     EXPECT_EQ(gbReverse, reverse);
-    EXPECT_EQ(logged_in("IsReveseOSD", std::string(" the languagelocale is ") + language + " "), 1);
+    EXPECT_EQ(logged_in("IsReveseOSD", " the languagelocale is " + language + " "), 1);
     press("XF86Back");
     EXPECT_EQ(gbReverse, reverse) << "and it stays";
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Names, LanguageTest,
-    testing::Values(std::pair("ar_AE.UTF-8", true), std::pair("ur_PK", true), std::pair("fa_IR.UTF-8", true),
-                    std::pair("he_IL.UTF-8", true), std::pair("ckb_IQ", true), std::pair("ar_SA.UTF-8", false),
-                    std::pair("en_GB.UTF-8", false)),
-    [](const auto &sample) {
-        return std::string(sample.param.first).substr(0, std::string(sample.param.first).find('.'));
-    });
+INSTANTIATE_TEST_SUITE_P(Names, LanguageTest,
+                         testing::Values(std::pair("ar_AE.UTF-8", true), std::pair("ur_PK", true),
+                                         std::pair("fa_IR.UTF-8", true), std::pair("he_IL.UTF-8", true),
+                                         std::pair("ckb_IQ", true), std::pair("ar_SA.UTF-8", false),
+                                         std::pair("en_GB.UTF-8", false)),
+                         [](const auto &sample) { return sample.param.first.substr(0, sample.param.first.find('.')); });
 
 TEST_F(SettingsTest, AnUnreadableLanguageReadsFromTheLeft)
 {
@@ -191,6 +183,80 @@ TEST_F(SettingsTest, TheDetailsAreAlignedAtTheRightOnceReversed)
     EXPECT_EQ(focused(), app()->service_genlist) << "the list is on the other side of the buttons";
     press("XF86Back");
     EXPECT_EQ(focused(), app()->genlist);
+}
+
+/* ---- The orientation, with a drop-down open ---- */
+
+struct OrientationTest : SettingsTest {
+    void SetUp() override
+    {
+        use_product("board");
+        open();
+        open_dropdown(1);
+        ASSERT_TRUE(b_popup_expanded) << "armed by its preselection";
+        forget();
+    }
+
+    ~OrientationTest() override { elm_config_scale_set(2.0); }
+
+    /* The orientation's callback, with the setting as it is by then. */
+    void turn_to(const std::string &orientation)
+    {
+        set("orientation", orientation);
+        VconfNotifyCB(nullptr, nullptr);
+    }
+
+    std::pair<int, int> dropdown_size()
+    {
+        std::pair<int, int> size;
+        evas_object_size_hint_min_get(app()->action_rect, &size.first, &size.second);
+        return size;
+    }
+};
+
+TEST_F(OrientationTest, SizesTheDropDownByTheScaleTwiceInWidthAndOnceInHeight)
+{
+    elm_config_scale_set(3.0);
+    turn_to("landscape");
+    EXPECT_EQ(dropdown_size(), std::pair(563, 419)) << "250 -> 375.5 -> 563, 279 -> 419";
+    turn_to("portrait");
+    EXPECT_EQ(dropdown_size(), std::pair(315, 234)) << "375 -> 210.9, cut to 210 -> 315.5; 156 -> 234.5";
+    elm_config_scale_set(4.0);
+    turn_to("landscape");
+    EXPECT_EQ(dropdown_size(), std::pair(1000, 558));
+    turn_to("portrait");
+    EXPECT_EQ(dropdown_size(), std::pair(562, 312)) << "500 -> 281.25, cut to 281";
+}
+
+TEST_F(OrientationTest, ShowsADropDownThatWasHidden)
+{
+    for (const char *orientation : {"portrait", "landscape"}) {
+        evas_object_hide(app()->action_popup);
+        ASSERT_FALSE(evas_object_visible_get(app()->action_popup));
+        turn_to(orientation);
+        EXPECT_TRUE(evas_object_visible_get(app()->action_popup)) << orientation;
+    }
+}
+
+TEST_F(OrientationTest, WithoutADropDownSizesTheRectangleAndAlignsNothing)
+{
+    Evas_Object *const popup = app()->action_popup;
+    evas_object_hide(popup);
+    for (const bool gone : {true, false}) {
+        app()->action_popup = gone ? nullptr : popup;
+        elm_config_scale_set(gone ? 4.0 : 2.0);
+        forget();
+        {
+            const Noting noting;
+            turn_to("portrait");
+        }
+        if (gone)
+            EXPECT_THAT(sequence(log()), ElementsAre("I VconfNotifyCB: ROTATION callback"));
+        else
+            EXPECT_THAT(sequence(log()), ElementsAre("I VconfNotifyCB: ROTATION callback", "popup aligned"));
+        EXPECT_EQ(evas_object_visible_get(popup) == EINA_TRUE, !gone);
+        EXPECT_EQ(dropdown_size(), gone ? std::pair(562, 312) : std::pair(140, 156));
+    }
 }
 
 } // namespace
