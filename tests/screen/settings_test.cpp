@@ -218,9 +218,9 @@ TEST_F(OrientationTest, SizesTheDropDownByTheScaleTwiceInWidthAndOnceInHeight)
 {
     elm_config_scale_set(3.0);
     turn_to("landscape");
-    EXPECT_EQ(dropdown_size(), std::pair(563, 419)) << "250 -> 375.5 -> 563, 279 -> 419";
+    EXPECT_EQ(dropdown_size(), std::pair(563, 419)) << "250 -> 375 -> 563, 279 -> 419";
     turn_to("portrait");
-    EXPECT_EQ(dropdown_size(), std::pair(315, 234)) << "375 -> 210.9, cut to 210 -> 315.5; 156 -> 234.5";
+    EXPECT_EQ(dropdown_size(), std::pair(315, 234)) << "375 -> 210.9, cut to 210 -> 315; 156 -> 234";
     elm_config_scale_set(4.0);
     turn_to("landscape");
     EXPECT_EQ(dropdown_size(), std::pair(1000, 558));
