@@ -40,10 +40,10 @@ protected:
     ~PortDeviceFiles() override { rdm_deinit(); }
 
     /* The file is refused by the service and by veskctl, whatever it is asked for, and does not change. */
-    void expect_left_alone(int code)
+    void expect_left_alone()
     {
         const std::string before = contents_of(devices_);
-        EXPECT_EQ(rdm_init(), code);
+        EXPECT_EQ(rdm_init(), -EBADMSG);
         EXPECT_THAT(log(), HasSubstr(devices_.string()));
         write_file(folder_ / "none.json", "[]");
         const std::vector<std::vector<std::string>> commands{
@@ -60,63 +60,78 @@ protected:
         }
         EXPECT_TRUE(contents_of(devices_) == before);
     }
+
+    /* What rdm_get_list returns, and how many devices it tells of. */
+    static std::pair<int, size_t> list_result()
+    {
+        RdmDeviceInfo *list = nullptr;
+        size_t count = 0;
+        const int result = rdm_get_list(&list, &count);
+        rdm_free_list(list);
+        return {result, count};
+    }
 };
+
+/* A way in which a file comes to be no device database. */
+struct Unusable {
+    const char *name;
+    void (*make)(const fs::path &file);
+};
+
+void PrintTo(const Unusable &unusable, std::ostream *stream)
+{
+    *stream << unusable.name;
+}
+
+struct UnusableFile : PortDeviceFiles, testing::WithParamInterface<Unusable> {};
 
 } // namespace
 
-TEST_F(PortDeviceFiles, AFileThatIsNoDatabase)
+TEST_P(UnusableFile, IsLeftAlone)
 {
-    write_file(devices_, std::string(5000, 'x'));
-    expect_left_alone(-EBADMSG);
+    GetParam().make(devices_);
+    expect_left_alone();
 }
 
-TEST_F(PortDeviceFiles, AnEmptyFile)
-{
-    write_file(devices_, "");
-    expect_left_alone(-EBADMSG);
-}
-
-TEST_F(PortDeviceFiles, ADatabaseOfAnotherProgram)
-{
-    OtherProgram(devices_).run("CREATE TABLE devices (id INTEGER, name TEXT); INSERT INTO devices VALUES (1, 'own')");
-    expect_left_alone(-EBADMSG);
-}
+INSTANTIATE_TEST_SUITE_P(
+    , UnusableFile,
+    testing::Values(Unusable{"NoDatabase", [](const fs::path &file) { write_file(file, std::string(5000, 'x')); }},
+                    Unusable{"Empty", [](const fs::path &file) { write_file(file, ""); }},
+                    Unusable{
+                        "OfAnotherProgram",
+                        [](const fs::path &file) {
+                            OtherProgram(file).run(
+                                "CREATE TABLE devices (id INTEGER, name TEXT); INSERT INTO devices VALUES (1, 'own')");
+                        }},
+                    Unusable{"OfALaterVersion",
+                             [](const fs::path &file) {
+                                 DeviceStore{file};
+                                 OtherProgram(file).run("PRAGMA user_version = 2");
+                             }},
+                    Unusable{"WithAnotherTable",
+                             [](const fs::path &file) {
+                                 DeviceStore{file};
+                                 OtherProgram(file).run("ALTER TABLE devices DROP COLUMN icon");
+                             }},
+                    Unusable{"WithADamagedPage",
+                             [](const fs::path &file) {
+                                 DeviceStore{file};
+                                 std::string contents = contents_of(file);
+                                 contents.replace(4096, 2000, 2000, '\xaa');
+                                 write_file(file, contents);
+                             }},
+                    Unusable{"ThatEndsTooEarly",
+                             [](const fs::path &file) {
+                                 DeviceStore{file};
+                                 fs::resize_file(file, 6000);
+                             }}),
+    [](const auto &sample) { return sample.param.name; });
 
 TEST_F(PortDeviceFiles, ADatabaseOfAnotherProgramWithAWriteAheadLog)
 {
     OtherProgram other(devices_);
     other.run("PRAGMA journal_mode = WAL; CREATE TABLE notes (text TEXT); INSERT INTO notes VALUES ('own')");
-    expect_left_alone(-EBADMSG);
-}
-
-TEST_F(PortDeviceFiles, ADatabaseOfALaterVersion)
-{
-    DeviceStore{devices_};
-    OtherProgram(devices_).run("PRAGMA user_version = 2");
-    expect_left_alone(-EBADMSG);
-}
-
-TEST_F(PortDeviceFiles, ADatabaseWithAnotherTable)
-{
-    DeviceStore{devices_};
-    OtherProgram(devices_).run("ALTER TABLE devices DROP COLUMN icon");
-    expect_left_alone(-EBADMSG);
-}
-
-TEST_F(PortDeviceFiles, ADamagedPage)
-{
-    DeviceStore{devices_};
-    std::string contents = contents_of(devices_);
-    contents.replace(4096, 2000, 2000, '\xaa');
-    write_file(devices_, contents);
-    expect_left_alone(-EBADMSG);
-}
-
-TEST_F(PortDeviceFiles, AFileThatEndsTooEarly)
-{
-    DeviceStore{devices_};
-    fs::resize_file(devices_, 6000);
-    expect_left_alone(-EBADMSG);
+    expect_left_alone();
 }
 
 TEST_F(PortDeviceFiles, AFolderInThePlaceOfTheFile)
@@ -163,11 +178,7 @@ TEST_F(PortDeviceFiles, AReadOnlyFileRefusesChanges)
     {
         const Unprivileged user;
         ASSERT_EQ(rdm_init(), 0);
-        RdmDeviceInfo *list = nullptr;
-        size_t count = 0;
-        EXPECT_EQ(rdm_get_list(&list, &count), 0);
-        EXPECT_EQ(count, 12U);
-        rdm_free_list(list);
+        EXPECT_EQ(list_result(), std::pair(0, size_t{12}));
         EXPECT_EQ(rdm_set_status("0A:5E:20:77:1B:10", 1, 1), -EROFS);
         EXPECT_EQ(rdm_remove_device("0A:5E:20:77:1B:10", 1), -EROFS);
         EXPECT_EQ(rdm_remove_all(), -EROFS);
@@ -197,11 +208,7 @@ TEST_F(PortDeviceFiles, AWriterInTheWayLetsReadButNotChange)
     ASSERT_EQ(rdm_init(), 0);
     OtherProgram other(devices_);
     other.run("BEGIN EXCLUSIVE");
-    RdmDeviceInfo *list = nullptr;
-    size_t count = 0;
-    EXPECT_EQ(rdm_get_list(&list, &count), 0);
-    EXPECT_EQ(count, 12U);
-    rdm_free_list(list);
+    EXPECT_EQ(list_result(), std::pair(0, size_t{12}));
     EXPECT_EQ(rdm_set_status("0A:5E:20:77:1B:10", 1, 1), -EBUSY);
     EXPECT_THAT(log(), HasSubstr(devices_.string() + " is locked"));
     other.run("ROLLBACK");
@@ -225,8 +232,6 @@ TEST_F(PortDeviceFiles, AFileThatIsDamagedWhileItIsInUse)
     ASSERT_EQ(rdm_init(), 0);
     write_file(folder_ / "garbage", std::string(5000, 'x'));
     fs::rename(folder_ / "garbage", devices_);
-    RdmDeviceInfo *list = nullptr;
-    size_t count = 0;
-    EXPECT_EQ(rdm_get_list(&list, &count), -EBADMSG);
+    EXPECT_EQ(list_result().first, -EBADMSG);
     EXPECT_EQ(contents_of(devices_), std::string(5000, 'x'));
 }

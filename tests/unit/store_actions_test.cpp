@@ -24,34 +24,44 @@ DeviceEntry addressed(const char *bluetooth, const char *wifi, const char *p2p)
 
 using ActionTest = StoreTest;
 
-TEST_F(ActionTest, AllowSetsStatusZeroAndLeavesItsMarker)
+/* An action, what it asks of the service and what it leaves in the log when that went well. */
+struct Action {
+    const char *name;
+    int code;
+    const char *call;
+    const char *marker;
+};
+
+void PrintTo(const Action &action, std::ostream *stream)
 {
-    const DeviceEntry entry = addressed(kBluetooth, kWifi, kP2p);
-    vesk_set_device(&entry, 0);
+    *stream << action.code;
+}
+
+struct MarkedActionTest : StoreTest, testing::WithParamInterface<Action> {};
+
+TEST_P(MarkedActionTest, AsksTheServiceAndLeavesItsMarker)
+{
+    const DeviceEntry all = addressed(kBluetooth, kWifi, kP2p);
+    vesk_set_device(&all, GetParam().code);
     EXPECT_THAT(fake::platform().chronicle,
                 ElementsAre("I bBTmac[BB:BB:BB:BB:BB:BB] bP2Pmac[22:22:22:22:22:22] bWIFImac[11:11:11:11:11:11]",
-                            "rdm_set_status(\"BB:BB:BB:BB:BB:BB\", 1, 0)", "I [VESKAUTOTC][ALLOW]"));
+                            GetParam().call, GetParam().marker));
     EXPECT_EQ(fake::platform().log[0].function, "vesk_set_device");
     EXPECT_EQ(fake::platform().log[1].file, "device_actions.cpp");
+
+    fake::reset();
+    const DeviceEntry one = addressed(kBluetooth, "", "");
+    vesk_set_device(&one, GetParam().code);
+    EXPECT_THAT(fake::platform().chronicle,
+                ElementsAre("I bBTmac[BB:BB:BB:BB:BB:BB] bP2Pmac[] bWIFImac[]", GetParam().call, GetParam().marker));
 }
 
-TEST_F(ActionTest, DenySetsStatusOneAndLeavesItsMarker)
-{
-    const DeviceEntry entry = addressed(kBluetooth, "", "");
-    vesk_set_device(&entry, 1);
-    EXPECT_THAT(fake::platform().chronicle,
-                ElementsAre("I bBTmac[BB:BB:BB:BB:BB:BB] bP2Pmac[] bWIFImac[]",
-                            "rdm_set_status(\"BB:BB:BB:BB:BB:BB\", 1, 1)", "I [VESKAUTOTC][DENY]"));
-}
-
-TEST_F(ActionTest, DeleteRemovesTheDeviceAndLeavesItsMarker)
-{
-    const DeviceEntry entry = addressed(kBluetooth, "", "");
-    vesk_set_device(&entry, 3);
-    EXPECT_THAT(fake::platform().chronicle,
-                ElementsAre("I bBTmac[BB:BB:BB:BB:BB:BB] bP2Pmac[] bWIFImac[]",
-                            "rdm_remove_device(\"BB:BB:BB:BB:BB:BB\", 1)", "I [VESKAUTOTC][DELETE]"));
-}
+INSTANTIATE_TEST_SUITE_P(
+    , MarkedActionTest,
+    testing::Values(Action{"Allow", 0, "rdm_set_status(\"BB:BB:BB:BB:BB:BB\", 1, 0)", "I [VESKAUTOTC][ALLOW]"},
+                    Action{"Deny", 1, "rdm_set_status(\"BB:BB:BB:BB:BB:BB\", 1, 1)", "I [VESKAUTOTC][DENY]"},
+                    Action{"Delete", 3, "rdm_remove_device(\"BB:BB:BB:BB:BB:BB\", 1)", "I [VESKAUTOTC][DELETE]"}),
+    [](const auto &sample) { return sample.param.name; });
 
 TEST_F(ActionTest, FailureOfTheServiceLeavesNoMarker)
 {
