@@ -7,6 +7,7 @@
 
 #include "desktop/port_failures.h"
 #include "details.h"
+#include "toolkit_calls.h"
 #include "ug/detail_popup.h"
 
 using testing::ElementsAre;
@@ -113,6 +114,35 @@ TEST_F(DetailTest, ThereIsNoDropDownBehindIt)
     EXPECT_EQ(focused(), app()->detail_close_button);
 }
 
+TEST_F(DetailTest, TheDropDownsCompanionGoesFirst)
+{
+    open();
+    open_dropdown(0);
+    std::vector<const Evas_Object *> gone;
+    const auto note = [](void *list, Evas *, Evas_Object *object, void *) {
+        static_cast<std::vector<const Evas_Object *> *>(list)->push_back(object);
+    };
+    Evas_Object *companion = evas_object_rectangle_add(panel().canvas());
+    Evas_Object *popup = app()->action_popup;
+    app()->action_aux = companion;
+    for (Evas_Object *object : {companion, popup, app()->action_genlist})
+        evas_object_event_callback_add(object, EVAS_CALLBACK_DEL, note, &gone);
+    selected_item_index = 0;
+    show_detail_popup(app());
+    ASSERT_EQ(gone.size(), 3U);
+    EXPECT_EQ(gone[0], companion);
+    EXPECT_EQ(app()->action_aux, nullptr);
+}
+
+TEST_F(DetailTest, LightsTheScreenBehindItUp)
+{
+    open();
+    selected_item_index = 0;
+    forget_calls();
+    show_detail_popup(app());
+    EXPECT_THAT(signals_to(app()->base), ElementsAre("theme,undim|"));
+}
+
 TEST_F(DetailTest, LogsItsWay)
 {
     open();
@@ -154,6 +184,18 @@ TEST_F(DetailTest, TheButtonCloses)
     expect_back_on_the_list(1);
 }
 
+TEST_F(DetailTest, TheButtonShowsTheScreenAgain)
+{
+    open();
+    open_details(1);
+    evas_object_hide(app()->base);
+    evas_object_hide(app()->genlist);
+    evas_object_smart_callback_call(app()->detail_close_button, "clicked", nullptr);
+    EXPECT_EQ(app()->detail_popup, nullptr);
+    EXPECT_TRUE(evas_object_visible_get(app()->base));
+    EXPECT_TRUE(evas_object_visible_get(app()->genlist));
+}
+
 TEST_F(DetailTest, ATapOnTheButtonCloses)
 {
     open();
@@ -174,6 +216,18 @@ TEST_P(ClosingKeyTest, ClosesThePopupAndNotTheModule)
     EXPECT_EQ(logged(std::string("Key[") + GetParam() + "]"), 1);
     EXPECT_THAT(lines_of("Close_detail_popup_On_touch_outside"), ElementsAre("Enter", "Exit"));
     expect_back_on_the_list(1);
+}
+
+TEST_P(ClosingKeyTest, DoesNotShowTheScreenAgain)
+{
+    open();
+    open_details(1);
+    evas_object_hide(app()->base);
+    evas_object_hide(app()->genlist);
+    send_key(app(), GetParam());
+    EXPECT_EQ(app()->detail_popup, nullptr);
+    EXPECT_FALSE(evas_object_visible_get(app()->base));
+    EXPECT_FALSE(evas_object_visible_get(app()->genlist));
 }
 
 TEST_P(ClosingKeyTest, ClosesFromTheListOfServicesToo)

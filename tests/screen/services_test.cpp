@@ -1,6 +1,7 @@
 /* The services in the detail popup: which rows a user sees, whatever was open before. */
 
 #include <cstdlib>
+#include <cstring>
 #include <dlfcn.h>
 #include <fstream>
 #include <random>
@@ -8,13 +9,18 @@
 #include <gmock/gmock.h>
 
 #include <dlog.h>
+#include <system_info.h>
 
 #include "desktop/port_failures.h"
 #include "details.h"
+#include "toolkit_calls.h"
 #include "ug/detail_popup.h"
 
+using testing::AllOf;
+using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Not;
 
 namespace {
 
@@ -26,6 +32,13 @@ constexpr const char *kSound = "r_icon_service_s_sound_w.webp";
 /* What the list has asked its getters, in order: "text" or "picture", and the part. */
 std::vector<std::string> requests;
 bool no_row_class;
+
+/* What the television was asked about itself, in order: "word" for the product's word, "region" for its region. */
+std::vector<std::string> facts;
+
+/* The catalogue's text of one string id, while there is one here. */
+const char *replaced_id;
+std::string replacement;
 
 char *noted_text(void *data, Evas_Object *list, const char *part)
 {
@@ -62,6 +75,29 @@ extern "C" Elm_Genlist_Item_Class *elm_genlist_item_class_new(void)
     static const auto next =
         reinterpret_cast<decltype(&elm_genlist_item_class_new)>(dlsym(RTLD_NEXT, "elm_genlist_item_class_new"));
     return no_row_class ? nullptr : next();
+}
+
+extern "C" int system_info_get_custom_string(const char *key, char **value)
+{
+    static const auto next =
+        reinterpret_cast<decltype(&system_info_get_custom_string)>(dlsym(RTLD_NEXT, "system_info_get_custom_string"));
+    if (std::strcmp(key, "com.corvane/featureconf/product.device_sid") == 0)
+        facts.emplace_back("word");
+    return next(key, value);
+}
+
+extern "C" int system_info_get_value_string(int key, char **value)
+{
+    static const auto next =
+        reinterpret_cast<decltype(&system_info_get_value_string)>(dlsym(RTLD_NEXT, "system_info_get_value_string"));
+    facts.push_back(key == 90 ? "region" : "another value");
+    return next(key, value);
+}
+
+extern "C" char *dcgettext(const char *domain, const char *id, int category) noexcept
+{
+    static const auto next = reinterpret_cast<decltype(&dcgettext)>(dlsym(RTLD_NEXT, "dcgettext"));
+    return replaced_id && std::strcmp(id, replaced_id) == 0 ? replacement.data() : next(domain, id, category);
 }
 
 namespace {
@@ -169,6 +205,7 @@ struct ServicesTest : DetailsTest {
         requests.clear();
         no_row_class = false;
     }
+    ~ServicesTest() override { replaced_id = nullptr; }
 
     std::vector<Row> shown()
     {
@@ -613,7 +650,136 @@ TEST_F(GetterTest, AWholeSetLeftOverIsTheHomeConnectServiceOfAnyDevice)
     EXPECT_EQ(text(), "Play mobile content on the TV");
 }
 
+/* ---- Long texts ---- */
+
+struct LongTextTest : GetterTest {
+    void say_at_length(const char *id)
+    {
+        replacement.assign(400, 'x');
+        replaced_id = id;
+    }
+};
+
+TEST_F(LongTextTest, OfMobileContentAreCut)
+{
+    open();
+    say_at_length("PJT_SID_PLAY_MOBILE_CONTENT_TV");
+    select(1, 3);
+    ASSERT_EQ(get_service_count(), 1);
+    EXPECT_EQ(services[0], std::string(299, 'x'));
+    EXPECT_EQ(text(), std::string(255, 'x'));
+}
+
+TEST_F(LongTextTest, OfSoundAreCutWithWhatStandsBefore)
+{
+    open();
+    const std::string lead = "Sound mirroring / ";
+    for (const int type : {1, 2}) {
+        say_at_length(type == 1 ? "PJT_SID_REGISTER_DEVICE_PLAY_TV_SOUND_ON_PHONE"
+                                : "PJT_SID_REGISTER_DEVICE_PLAY_TV_SOUND_ON_TABLET");
+        select(4, type);
+        ASSERT_EQ(get_service_count(), 1);
+        EXPECT_EQ(services[0], lead + std::string(299 - lead.size(), 'x'));
+        EXPECT_EQ(text(), lead + std::string(255 - lead.size(), 'x'));
+    }
+}
+
+TEST_F(LongTextTest, OfOtherServicesAreCutInARowOnly)
+{
+    open();
+    const struct {
+        unsigned int mask;
+        const char *id;
+    } cases[] = {{2, "COM_SID_NON_CASTELO"}, {7, "TV_SID_DOMOVO"}};
+    for (const auto &sample : cases) {
+        say_at_length(sample.id);
+        select(sample.mask, 1);
+        ASSERT_EQ(get_service_count(), 1);
+        EXPECT_EQ(services[0], replacement) << "the catalogue's own text";
+        EXPECT_EQ(text(), std::string(255, 'x'));
+    }
+}
+
+/* ---- Facts of the television ---- */
+
+TEST_F(GetterTest, EachTextAsksForTheWordAndThenTheRegionWhateverItNeeds)
+{
+    open();
+    for (unsigned int mask = 0; mask < 8; ++mask) {
+        for (const char *part : {"elm.text", "elm.text.1"}) {
+            select(mask, 1);
+            facts.clear();
+            text(part);
+            EXPECT_THAT(facts, ElementsAre("word", "region")) << mask << " " << part;
+        }
+        select(0, 1);
+        while (text() != "UNKNOWN") {
+        }
+    }
+    facts.clear();
+    text("elm.text", false);
+    EXPECT_THAT(facts, ElementsAre("word", "region")) << "without data too";
+}
+
+TEST_F(GetterTest, EachCountAsksForBothOnce)
+{
+    open();
+    for (unsigned int mask = 0; mask < 8; ++mask) {
+        select(mask, 1);
+        facts.clear();
+        get_service_count();
+        EXPECT_THAT(facts, testing::UnorderedElementsAre("word", "region")) << mask;
+    }
+}
+
+TEST_F(GetterTest, PicturesAskForNeither)
+{
+    open();
+    select(7, 1);
+    facts.clear();
+    picture();
+    EXPECT_THAT(facts, IsEmpty());
+}
+
 /* ---- Rows ---- */
+
+TEST_F(ServicesTest, RowsHaveTheStyleAndTheLayoutOfTheTelevision)
+{
+    register_devices({with_services("Two", 5)});
+    open();
+    forget_calls();
+    open_details(0);
+    ASSERT_EQ(elm_genlist_items_count(app()->service_genlist), 2U);
+    for (int i = 0; i < 2; ++i) {
+        Elm_Object_Item *item = row(app()->service_genlist, i);
+        EXPECT_STREQ(elm_genlist_item_item_class_get(item)->item_style, "C_TextItem_WhiteSingleline02");
+        EXPECT_THAT(layouts_of(item), AllOf(Not(IsEmpty()), Each("theme,singleline,icon,2text|"))) << i;
+    }
+}
+
+TEST_F(ServicesTest, ChoosingTakesTheLookOffTheSelectedAndTheFocusedRow)
+{
+    register_devices({with_services("Two", 5)});
+    open();
+    open_details(0);
+    press("Left");
+    Evas_Object *list = app()->service_genlist;
+    Elm_Object_Item *first = row(list, 0);
+    Elm_Object_Item *second = row(list, 1);
+    const std::string unselected = "elm,state,unselected|elm";
+    forget_calls();
+    press("Return");
+    EXPECT_EQ(std::ranges::count(signals_to(first), unselected), 2) << "selected and focused";
+    EXPECT_EQ(std::ranges::count(signals_to(second), unselected), 0);
+
+    ASSERT_EQ(elm_genlist_selected_item_get(list), first);
+    press("Down");
+    ASSERT_EQ(elm_object_focused_item_get(list), second);
+    forget_calls();
+    _service_genlist_cb(app(), list, nullptr);
+    EXPECT_EQ(std::ranges::count(signals_to(first), unselected), 1) << "selected";
+    EXPECT_EQ(std::ranges::count(signals_to(second), unselected), 1) << "focused";
+}
 
 TEST_F(ServicesTest, PicturesExist)
 {
