@@ -9,6 +9,7 @@
 #include "desktop/port_failures.h"
 #include "dlog.h"
 #include "edit_fixture.h"
+#include "own_texts.h"
 #include "rdm.h"
 #include "toolkit_calls.h"
 #include "ug/module.h"
@@ -35,21 +36,11 @@ extern "C" int rdm_remove_all(void)
     return next();
 }
 
-/* A text of the catalogue in place of another; null for none. */
-static const char *replaced_id;
-static std::string replacement;
-
-extern "C" char *dcgettext(const char *domain, const char *id, int category) noexcept
-{
-    static const auto next = reinterpret_cast<decltype(&dcgettext)>(dlsym(RTLD_NEXT, "dcgettext"));
-    return replaced_id && strcmp(id, replaced_id) == 0 ? replacement.data() : next(domain, id, category);
-}
-
 namespace {
 
 struct DeleteTest : EditTest {
     DeleteTest() { removals.clear(); }
-    ~DeleteTest() override { replaced_id = nullptr; }
+    ~DeleteTest() override { own_texts.clear(); }
 
     Evas_Object *answer(const char *part) { return elm_object_part_content_get(app()->delete_popup, part); }
     Evas_Object *yes() { return answer("button1"); }
@@ -138,8 +129,7 @@ TEST_F(DeleteTest, ALongQuestionIsCut)
 {
     open_edit(2);
     turn_over({0});
-    replaced_id = "COM_SID_DELETE_SELECTED_DEVICES";
-    replacement.assign(400, 'x');
+    own_texts["COM_SID_DELETE_SELECTED_DEVICES"].assign(400, 'x');
     ask_for_deletion();
     const std::string text = text_of(elm_object_content_get(app()->delete_popup));
     EXPECT_EQ(text.size(), 299u);

@@ -3,8 +3,6 @@
 #include <cstdlib>
 #include <dlfcn.h>
 #include <fstream>
-#include <libintl.h>
-#include <map>
 #include <optional>
 
 #include <dlog.h>
@@ -12,15 +10,13 @@
 
 #include "desktop/port_failures.h"
 #include "details.h"
+#include "own_texts.h"
 #include "ug/detail_popup.h"
 #include "ug/settings_watch.h"
 
 using testing::HasSubstr;
 
 namespace {
-
-/* Texts that this program's catalogue has in place of those of the language. */
-std::map<std::string, std::string> own_texts;
 
 /* The minimum sizes that labels have been given. A label measures itself afterwards, and the hint is its own then. */
 std::vector<std::pair<int, int>> label_sizes;
@@ -34,14 +30,6 @@ extern "C" void evas_object_size_hint_min_set(Evas_Object *object, Evas_Coord wi
     if (std::string(evas_object_type_get(object)) == "elm_label")
         label_sizes.emplace_back(width, height);
     next(object, width, height);
-}
-
-extern "C" char *dcgettext(const char *domain, const char *id, int category) noexcept
-{
-    static const auto next =
-        reinterpret_cast<char *(*)(const char *, const char *, int)>(dlsym(RTLD_NEXT, "dcgettext"));
-    const auto own = own_texts.find(id);
-    return own == own_texts.end() ? next(domain, id, category) : own->second.data();
 }
 
 namespace {

@@ -58,16 +58,6 @@ struct DetailTest : DetailsTest {
         free(text);
         return result;
     }
-
-    std::vector<std::string> lines_of(const std::string &function)
-    {
-        std::vector<std::string> lines;
-        for (const LogLine &line : log()) {
-            if (line.function == function)
-                lines.push_back(line.message);
-        }
-        return lines;
-    }
 };
 
 /* A key that is not on every remote control, given to the popup as the toolkit does. */

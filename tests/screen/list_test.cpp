@@ -1,13 +1,13 @@
 /* The main screen: rows, buttons and the focus between them. */
 
 #include <array>
-#include <cstring>
 
 #include <dlog.h>
 #include <gmock/gmock.h>
 
 #include "canvas_parts.h"
 #include "desktop/port_failures.h"
+#include "own_texts.h"
 #include "screen_test.h"
 #include "toolkit_calls.h"
 #include "ug/device_list_screen.h"
@@ -19,29 +19,9 @@
 using testing::Contains;
 using testing::ElementsAre;
 
-/* The catalogue's text for an empty list, while it is not empty itself. */
-static std::string no_device_text;
-
-extern "C" char *dcgettext(const char *domain, const char *id, int category) noexcept
-{
-    static const auto next = reinterpret_cast<decltype(&dcgettext)>(dlsym(RTLD_NEXT, "dcgettext"));
-    const bool replaced = !no_device_text.empty() && std::strcmp(id, "SID_NO_EQUIPMENT_STORED_MSG") == 0;
-    return replaced ? no_device_text.data() : next(domain, id, category);
-}
-
 namespace {
 
 struct ListTest : ScreenTest {
-    std::vector<std::string> lines_of(const std::string &function) const
-    {
-        std::vector<std::string> lines;
-        for (const LogLine &line : log()) {
-            if (line.function == function)
-                lines.push_back(line.message);
-        }
-        return lines;
-    }
-
     std::string text(const Evas_Object *widget, const char *part = nullptr)
     {
         const char *text = elm_object_part_text_get(widget, part);
@@ -258,9 +238,9 @@ TEST_F(EmptyListTest, SaysSoInTheMiddleOfThePopup)
 
 TEST_F(EmptyListTest, CutsALongText)
 {
-    no_device_text.assign(400, 'x');
+    own_texts["SID_NO_EQUIPMENT_STORED_MSG"].assign(400, 'x');
     open();
-    no_device_text.clear();
+    own_texts.clear();
     const std::string shown = text(app()->noitem_label);
     EXPECT_EQ(shown.size(), 299U);
     EXPECT_EQ(shown.back(), 'x');

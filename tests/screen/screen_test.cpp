@@ -164,6 +164,16 @@ std::vector<std::string> ScreenTest::messages() const
     return result;
 }
 
+std::vector<std::string> ScreenTest::lines_of(const std::string &function) const
+{
+    std::vector<std::string> result;
+    for (const LogLine &line : log_) {
+        if (line.function == function)
+            result.push_back(line.message);
+    }
+    return result;
+}
+
 const std::vector<std::string> &ScreenTest::spoken()
 {
     return spoken_texts;

@@ -90,6 +90,7 @@ protected:
     const std::vector<LogLine> &log() const { return log_; }
     int logged(const std::string &message) const;
     std::vector<std::string> messages() const;
+    std::vector<std::string> lines_of(const std::string &function) const;
 
     /* The texts spoken since the start or the last forget(), oldest first. */
     static const std::vector<std::string> &spoken();

@@ -13,6 +13,7 @@
 
 #include "desktop/port_failures.h"
 #include "details.h"
+#include "own_texts.h"
 #include "toolkit_calls.h"
 #include "ug/detail_popup.h"
 
@@ -35,10 +36,6 @@ bool no_row_class;
 
 /* What the television was asked about itself, in order: "word" for the product's word, "region" for its region. */
 std::vector<std::string> facts;
-
-/* The catalogue's text of one string id, while there is one here. */
-const char *replaced_id;
-std::string replacement;
 
 char *noted_text(void *data, Evas_Object *list, const char *part)
 {
@@ -92,12 +89,6 @@ extern "C" int system_info_get_value_string(int key, char **value)
         reinterpret_cast<decltype(&system_info_get_value_string)>(dlsym(RTLD_NEXT, "system_info_get_value_string"));
     facts.push_back(key == 90 ? "region" : "another value");
     return next(key, value);
-}
-
-extern "C" char *dcgettext(const char *domain, const char *id, int category) noexcept
-{
-    static const auto next = reinterpret_cast<decltype(&dcgettext)>(dlsym(RTLD_NEXT, "dcgettext"));
-    return replaced_id && std::strcmp(id, replaced_id) == 0 ? replacement.data() : next(domain, id, category);
 }
 
 namespace {
@@ -205,7 +196,7 @@ struct ServicesTest : DetailsTest {
         requests.clear();
         no_row_class = false;
     }
-    ~ServicesTest() override { replaced_id = nullptr; }
+    ~ServicesTest() override { own_texts.clear(); }
 
     std::vector<Row> shown()
     {
@@ -653,11 +644,7 @@ TEST_F(GetterTest, AWholeSetLeftOverIsTheHomeConnectServiceOfAnyDevice)
 /* ---- Long texts ---- */
 
 struct LongTextTest : GetterTest {
-    void say_at_length(const char *id)
-    {
-        replacement.assign(400, 'x');
-        replaced_id = id;
-    }
+    static void say_at_length(const char *id) { own_texts[id].assign(400, 'x'); }
 };
 
 TEST_F(LongTextTest, OfMobileContentAreCut)
@@ -695,7 +682,7 @@ TEST_F(LongTextTest, OfOtherServicesAreCutInARowOnly)
         say_at_length(sample.id);
         select(sample.mask, 1);
         ASSERT_EQ(get_service_count(), 1);
-        EXPECT_EQ(services[0], replacement) << "the catalogue's own text";
+        EXPECT_EQ(services[0], own_texts[sample.id]) << "the catalogue's own text";
         EXPECT_EQ(text(), std::string(255, 'x'));
     }
 }

@@ -1,34 +1,22 @@
 /* The toast that acknowledges a deletion: what it says and shows, and that the screen only hears keys meanwhile. */
 
-#include <cstring>
-#include <dlfcn.h>
-
 #include <gmock/gmock.h>
 
 #include "canvas_parts.h"
 #include "edit_fixture.h"
+#include "own_texts.h"
 #include "toolkit_calls.h"
 
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/* A text of the catalogue in place of another; null for none. */
-static const char *replaced_id;
-static std::string replacement;
-
-extern "C" char *dcgettext(const char *domain, const char *id, int category) noexcept
-{
-    static const auto next = reinterpret_cast<decltype(&dcgettext)>(dlsym(RTLD_NEXT, "dcgettext"));
-    return replaced_id && strcmp(id, replaced_id) == 0 ? replacement.data() : next(domain, id, category);
-}
-
 namespace {
 
 constexpr int kEnd = 3500; /* ms: past the toast's three seconds */
 
 struct ToastTest : EditTest {
-    ~ToastTest() override { replaced_id = nullptr; }
+    ~ToastTest() override { own_texts.clear(); }
 
     /* Deletes the first of the devices; the toast is up then. */
     void delete_first(int devices)
@@ -65,12 +53,6 @@ struct ToastTest : EditTest {
         int width = 0;
         edje_object_part_geometry_get(elm_layout_edje_get(layout()), "elm.text", nullptr, nullptr, &width, nullptr);
         return width;
-    }
-
-    void say_instead(const char *id, const std::string &text)
-    {
-        replacement = text;
-        replaced_id = id;
     }
 
     /* By touch, which the toast does not keep away: deletes another row while a toast is up. */
@@ -123,7 +105,7 @@ TEST_F(ToastTest, TakesSeveralLinesForATextThatIsTooWide)
     std::string text = "%1";
     for (int i = 0; i < 20; ++i)
         text += " Geräte wurden gelöscht";
-    say_instead("COM_SID_MIX_DEVICES_DELETED", text);
+    own_texts["COM_SID_MIX_DEVICES_DELETED"] = text;
     delete_first(3);
     EXPECT_EQ(group(), "elm/layout/C_PopupToast_White/MultiLine");
     EXPECT_EQ(text_of(layout()), text.replace(0, 2, "1"));
@@ -137,7 +119,7 @@ TEST_F(ToastTest, TheLimitIsMoreThan990Pixels)
     int single = 0;
     /* The text grows until the toast changes: the widest single line is within a few letters of the limit. */
     for (size_t letters = 36; letters < 90; letters += 3) {
-        say_instead("COM_SID_MIX_DEVICES_DELETED", "%1" + std::string(letters, 'n'));
+        own_texts["COM_SID_MIX_DEVICES_DELETED"] = "%1" + std::string(letters, 'n');
         delete_first(2);
         if (group() == "elm/layout/C_PopupToast_White/MultiLine")
             break;
