@@ -97,6 +97,7 @@ INSTANTIATE_TEST_SUITE_P(Places, EachPlaceTest,
                                          Place{"TelevisionArabic", "television", "landscape", "ar_AE", 1.0, 0},
                                          Place{"TelevisionTurned", "television", "portrait", "en_GB", 1.0, 0},
                                          Place{"Board", "board", "landscape", "en_GB", 1.0, 5},
+                                         Place{"BoardArabic", "board", "landscape", "ar_AE", 1.0, 5},
                                          Place{"BoardTurned", "board", "portrait", "en_GB", 0.5625, 5}),
                          [](const testing::TestParamInfo<Place> &place) { return place.param.name; });
 

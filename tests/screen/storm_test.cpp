@@ -1,7 +1,8 @@
 /* Many reports of the registered-device service in a row.
  *
  * The toolkit frees deleted objects with the next frame only and walks them all for each new row, so its time grows
- * with the square of the reports within one frame; a storm comes in bursts here, with frames between them. */
+ * with the square of the rows made within one frame. A storm within one frame has a short list here, the others come
+ * in bursts with frames between them. */
 
 #include <cstring>
 
@@ -69,6 +70,21 @@ struct StormTest : DropdownFixture {
         EXPECT_EQ(focused_row(), (row + 1) % device_count);
     }
 };
+
+TEST_F(StormTest, WithinOneFrame)
+{
+    register_devices(phones(3));
+    vesk_port::emit(report(0));
+    const size_t before = objects();
+    vesk_port::DeviceStore store(folder() / "devices.db");
+    store.set_status(registered().front().id, 1);
+    for (int i = 0; i < kReports; ++i)
+        vesk_port::emit(report(i % 7 - 1));
+    EXPECT_EQ(objects(), before);
+    expect_the_list_equals_the_service();
+    EXPECT_FALSE(gVeskTable[device_count - 1].state & kStateAllowed);
+    expect_the_user_goes_on();
+}
 
 TEST_F(StormTest, InARow)
 {
