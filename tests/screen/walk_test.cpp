@@ -270,13 +270,14 @@ struct WalkTest : EditTest, testing::WithParamInterface<unsigned int> {
             EXPECT_NE(evas_focus_get(panel().canvas()), nullptr) << "nobody hears the keys of the toast";
             return;
         }
-        /* The host looks after the focus when the main loop has run dry, which may take some turns. */
+        /* The host looks after the focus when the main loop has run dry, which may take a while after many reports. */
         const auto has_row = [this](const Evas_Object *widget) {
             /* A device without services has an empty list in its details; arrows lead on from it. */
             return !is_of_type(widget, "elm_genlist") || elm_genlist_items_count(widget) == 0 || focused_row() >= 0;
         };
         panel().run_until(
-            [&] { return focused() && belongs(focused(), state) && takes_keys(focused()) && has_row(focused()); }, 300);
+            [&] { return focused() && belongs(focused(), state) && takes_keys(focused()) && has_row(focused()); },
+            5000);
         const Evas_Object *focus = focused();
         ASSERT_NE(focus, nullptr) << "the focus is nowhere";
         EXPECT_TRUE(belongs(focus, state)) << "the focus is behind the screen";
