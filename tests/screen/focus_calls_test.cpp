@@ -67,10 +67,10 @@ template <class Fixture> struct Stepping : Fixture {
         std::vector<std::string> steps = sequence(this->log());
         /* The host's part: what may not have the focus looks so. */
         std::erase_if(steps, [](const std::string &step) { return step.starts_with("elm,action,unfocus"); });
-        const auto canvas =
-            std::ranges::stable_partition(steps, [](const std::string &step) { return !step.starts_with("canvas"); });
-        canvas_steps_.assign(canvas.begin(), canvas.end());
-        steps.erase(canvas.begin(), canvas.end());
+        const auto canvas = std::stable_partition(steps.begin(), steps.end(),
+                                                  [](const std::string &step) { return !step.starts_with("canvas"); });
+        canvas_steps_.assign(canvas, steps.end());
+        steps.erase(canvas, steps.end());
         return steps;
     }
 

@@ -302,7 +302,7 @@ TEST_F(ServicesTest, ADeniedDeviceHasNoDetails)
 {
     open();
     open_dropdown(row_of("Blue gamepad"));
-    press({"Down"});
+    press("Down");
     EXPECT_EQ(focused_row(), 0) << "the third choice cannot be reached";
 }
 
