@@ -8,11 +8,11 @@ file(GLOB SCREEN_TESTS CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/screen/*_te
 list(REMOVE_ITEM SCREEN_TESTS ${CMAKE_CURRENT_SOURCE_DIR}/screen/screen_test.cpp)
 foreach(TEST_SOURCE IN LISTS SCREEN_TESTS)
   get_filename_component(TEST_NAME ${TEST_SOURCE} NAME_WE)
-  set(SHARDS 1)
+  set(SHARDS "")
   if(TEST_NAME STREQUAL "walk_test")
-    set(SHARDS 5)
+    set(SHARDS SHARDS 10)
   endif()
-  vesk_add_test(screen_${TEST_NAME} LABEL screen SHARDS ${SHARDS} SOURCES ${TEST_SOURCE} $<TARGET_OBJECTS:vesk_screen_test>
+  vesk_add_test(screen_${TEST_NAME} LABEL screen ${SHARDS} SOURCES ${TEST_SOURCE} $<TARGET_OBJECTS:vesk_screen_test>
     LIBRARIES vesk_screen_test)
   # What the tests look at: theme, pictures, catalogues and profiles of the build tree.
   add_dependencies(screen_${TEST_NAME} vesk_theme vesk_pictures vesk_catalogues vesk_profiles)
