@@ -149,7 +149,7 @@ static Eina_Rectangle area_of(Elm_Object_Item *item)
 void _create_popup(void *data, Evas_Object * /*obj*/, void * /*event_info*/)
 {
     AppData *app = static_cast<AppData *>(data);
-    /* The flag outlives a drop-down that a key has closed, and that one has no choice left to carry out. */
+    /* The flag outlives a drop-down whose decision the service has refused, and that one has no choice left. */
     if (b_is_tablo && b_popup_expanded && shown_popup)
         _item_selected(app);
     b_popup_expanded = false;
@@ -324,6 +324,7 @@ static void dismiss(AppData *app)
     evas_object_del(app->action_popup);
     app->action_popup = nullptr;
     evas_object_del(app->action_genlist);
+    b_popup_expanded = false;
     b_subpopup_entered = false;
     app->action_genlist = nullptr;
     evas_object_focus_set(app->genlist, EINA_TRUE);

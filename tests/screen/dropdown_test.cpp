@@ -492,15 +492,33 @@ TEST_F(BoardDropdownTest, SelectingAnotherRowRunsTheArmedOneFirst)
     EXPECT_LE(dropdowns().size(), 1U);
 }
 
-TEST_F(BoardDropdownTest, OneThatAKeyHasClosedRunsNothingWhenTheNextOpens)
+TEST_F(BoardDropdownTest, OneThatAKeyHasClosedIsNotInTheWayOfTheNextNorOfEditMode)
 {
     open_dropdown(1);
     press("XF86Back");
-    EXPECT_TRUE(b_popup_expanded) << "the flag stays behind";
+    EXPECT_FALSE(b_popup_expanded);
     forget();
     press("Return");
     EXPECT_EQ(dropdowns().size(), 1U);
     EXPECT_EQ(focused_choice(), 0);
+    EXPECT_EQ(logged("[VESKAUTOTC][ALLOW]") + logged("[VESKAUTOTC][DENY]"), 0);
+    press("XF86Back");
+    tap(app()->edit_button);
+    EXPECT_TRUE(b_edit_status);
+}
+
+TEST_F(BoardDropdownTest, OneWhoseDecisionWasRefusedRunsNothingWhenTheNextOpens)
+{
+    vesk_port::set_failures("rdm_set_status=-5");
+    open_dropdown();
+    press({"Down", "Return"});
+    ASSERT_FALSE(dropdown_open());
+    EXPECT_TRUE(b_popup_expanded) << "no report has come that would clear it";
+    vesk_port::clear_failures();
+    forget();
+    elm_genlist_item_selected_set(row(app()->genlist, 1), EINA_TRUE);
+    panel().settle();
+    EXPECT_EQ(dropdowns().size(), 1U);
     EXPECT_EQ(logged("[VESKAUTOTC][ALLOW]") + logged("[VESKAUTOTC][DENY]"), 0);
 }
 
