@@ -62,7 +62,7 @@ struct WalkTest : EditTest, testing::WithParamInterface<unsigned int> {
 
     std::vector<vesk_port::Device> any_household()
     {
-        static const int sizes[] = {0, 1, 2, 5, 8, 50, 55};
+        static const int sizes[] = {0, 1, 2, 3, 5, 5, 8, 8, 12, 55};
         std::vector<vesk_port::Device> devices(static_cast<size_t>(any(sizes)));
         std::ranges::generate(devices, [this] { return any_device(); });
         return devices;
