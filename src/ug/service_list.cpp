@@ -47,9 +47,8 @@ static const DeviceEntry *selected_device()
     return nullptr;
 }
 
-static unsigned int selected_services()
+static unsigned int services_of(const DeviceEntry *device)
 {
-    const DeviceEntry *device = selected_device();
     return device ? vesk_get_service(device) : 0;
 }
 
@@ -110,7 +109,7 @@ int get_service_count()
     static char buf[kTextSize];
 
     const DeviceEntry *device = selected_device();
-    const unsigned int mask = device ? vesk_get_service(device) : 0;
+    const unsigned int mask = services_of(device);
     const Television television = ask_television();
     int count = 0;
     if (mask == kServiceAll) {
@@ -136,7 +135,7 @@ char *_service_item_label_get(void *data, Evas_Object * /*obj*/, const char *par
     char text[256] = "";
     const Television television = ask_television();
     if (text_cursor == 0)
-        text_cursor = selected_services();
+        text_cursor = services_of(selected_device());
     if (text_cursor != 0)
         LOG_I("[VESKAUTOTC][VIEWDETAIL]");
     if (!data || strcmp(part, "elm.text") != 0)
@@ -191,7 +190,7 @@ Evas_Object *_service_item_content_get(void * /*data*/, Evas_Object *obj, const 
 {
     Evas_Object *icon = elm_icon_add(obj);
     if (picture_cursor == 0)
-        picture_cursor = selected_services();
+        picture_cursor = services_of(selected_device());
     if (strcmp(part, "elm.swallow.icon") == 0)
         elm_image_file_set(icon, next_picture(), nullptr);
     evas_object_show(icon);
