@@ -1,8 +1,6 @@
 /* The same widgets by plain calls of the toolkit: no module, no service, no log, no catalogue. Keys go straight to the
    toolkit, which moves the focus by itself. */
 
-#include "screen.h"
-
 #include <cstring>
 #include <string>
 #include <vector>
@@ -10,6 +8,7 @@
 #include "clock.h"
 #include "desktop/paths.h"
 #include "household.h"
+#include "screen.h"
 
 namespace bench {
 

@@ -5,7 +5,7 @@
 #include <functional>
 #include <optional>
 
-#include "panel.h"
+#include "television/panel.h"
 
 namespace bench {
 

@@ -1,9 +1,8 @@
 #pragma once
 /* The device list as it stands on the panel, whoever made it. */
 
-#include <string>
-
 #include <Elementary.h>
+#include <string>
 
 namespace bench {
 

@@ -1,7 +1,5 @@
 /* The module in its host: the shared object that everybody gets, loaded and called as vesk-host does it. */
 
-#include "screen.h"
-
 #include <cstring>
 #include <dlfcn.h>
 #include <stdexcept>
@@ -9,10 +7,11 @@
 #include "clock.h"
 #include "desktop/log.h"
 #include "desktop/rdm_service.h"
-#include "gadget.h"
 #include "household.h"
-#include "language.h"
-#include "share.h"
+#include "screen.h"
+#include "television/gadget.h"
+#include "television/language.h"
+#include "television/share.h"
 
 namespace bench {
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "panel.h"
+#include "television/panel.h"
 
 namespace bench {
 

@@ -1,22 +1,21 @@
 /* vesk-host: a television on the desktop that runs the device manager. */
 
+#include <Ecore_Input.h>
 #include <cstdio>
 #include <optional>
 #include <stdexcept>
-
-#include <Ecore_Input.h>
 
 #include "desktop/log.h"
 #include "desktop/port_error.h"
 #include "desktop/settings.h"
 #include "dlog.h"
-#include "gadget.h"
-#include "language.h"
 #include "options.h"
-#include "reader.h"
 #include "remote_script.h"
-#include "settings_overlay.h"
-#include "speech.h"
+#include "television/gadget.h"
+#include "television/language.h"
+#include "television/reader/reader.h"
+#include "television/reader/speech.h"
+#include "television/settings_overlay.h"
 #include "vconf.h"
 
 namespace {
@@ -29,7 +28,7 @@ void tell_on_terminal(int priority, const std::string &tag, const std::string &t
 {
     if (text.starts_with("rdm_deinit "))
         return;
-    if (tag == vesk_port::port_tag && priority >= DLOG_WARN)
+    if (tag == vesk_port::kPortTag && priority >= DLOG_WARN)
         std::fprintf(stderr, "vesk-host: %s\n", text.c_str());
 }
 
@@ -54,18 +53,18 @@ void set_up_television(const Options &options)
     if (!options.devices.empty())
         setenv("VESK_DEVICES", options.devices.c_str(), 1);
     if (!options.orientation.empty())
-        overlay_setting(vesk_port::orientation_setting.key, options.orientation);
+        overlay_setting(vesk_port::kOrientationSetting.key, options.orientation);
     if (!options.language.empty())
-        overlay_setting(vesk_port::language_setting.key, options.language);
+        overlay_setting(vesk_port::kLanguageSetting.key, options.language);
     if (options.high_contrast)
-        overlay_setting(vesk_port::high_contrast_setting.key, "1");
+        overlay_setting(vesk_port::kHighContrastSetting.key, "1");
 }
 
 /* The locale of the setting, or of the option in its place. */
 std::string chosen_locale()
 {
-    char *locale = vconf_get_str(vesk_port::language_setting.key);
-    std::string language = locale ? locale : vesk_port::language_setting.default_value;
+    char *locale = vconf_get_str(vesk_port::kLanguageSetting.key);
+    std::string language = locale ? locale : vesk_port::kLanguageSetting.default_value;
     free(locale);
     return language;
 }
@@ -148,7 +147,7 @@ void play(const Options &options)
         take_picture(panel, options);
         return;
     }
-    std::puts(remote_keys_line);
+    std::puts(kRemoteKeysLine);
     std::fflush(stdout);
     connect_keyboard(panel);
     toolkit.run_until(over);

@@ -11,8 +11,8 @@
 #include "desktop/product.h"
 #include "desktop/settings.h"
 #include "remote_script.h"
-#include "share.h"
-#include "toolkit.h"
+#include "television/share.h"
+#include "television/toolkit.h"
 
 namespace vesk {
 
@@ -72,7 +72,7 @@ std::optional<Options> read_options(int argc, char **argv, int &exit_code)
     program.add_option("--orientation", options.orientation, "landscape or portrait, instead of the setting")
         ->type_name("WORD")
         ->check(readable(
-            [](const std::string &word) { vesk_port::setting_value(vesk_port::orientation_setting.key, word); }));
+            [](const std::string &word) { vesk_port::setting_value(vesk_port::kOrientationSetting.key, word); }));
     program.add_option("--language", options.language, "locale such as ko_KR, instead of the setting")
         ->type_name("LOCALE");
     program.add_flag("--high-contrast", options.high_contrast, "black, white and one accent");
@@ -97,7 +97,7 @@ std::optional<Options> read_options(int argc, char **argv, int &exit_code)
     program.add_flag("--no-animations", no_animations, "nothing moves");
     program.add_option("--module", options.module, "module to run, instead of the built one")->type_name("FILE");
 
-    program.footer(remote_keys_line);
+    program.footer(kRemoteKeysLine);
 
     try {
         program.parse(argc, argv);
@@ -109,7 +109,7 @@ std::optional<Options> read_options(int argc, char **argv, int &exit_code)
     if (!log_level.empty())
         options.log_level = vesk_port::log_level_of(log_level);
     if (!options.orientation.empty())
-        options.orientation = vesk_port::setting_value(vesk_port::orientation_setting.key, options.orientation);
+        options.orientation = vesk_port::setting_value(vesk_port::kOrientationSetting.key, options.orientation);
     options.display = !no_display && display_available();
     options.animations = !no_animations;
     return options;

@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "panel.h"
+#include "television/panel.h"
 
 namespace vesk {
 
 /* Which keys of the keyboard are the remote's. */
-inline constexpr const char *remote_keys_line =
+inline constexpr const char *kRemoteKeysLine =
     "Keys: arrows, Enter, Esc or Backspace is Back, F4 is Close; a click is a touch.";
 
 /* One step of a script: a key of the remote, a finger, or a pause. */

@@ -7,9 +7,8 @@
 #include <filesystem>
 #include <memory>
 #include <string>
-#include <vector>
-
 #include <unistd.h>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 

@@ -1,13 +1,12 @@
 #include "picture.h"
 
+#include <Elementary.h>
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstring>
 #include <memory>
 #include <stdexcept>
-
-#include <Elementary.h>
 
 namespace vesk::looks {
 

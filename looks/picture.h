@@ -1,14 +1,13 @@
 #pragma once
 /* What a panel shows, as pixels in memory: to measure, to mark, to shrink and to compare. */
 
+#include <Evas.h>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <vector>
 
-#include <Evas.h>
-
-#include "panel.h"
+#include "television/panel.h"
 
 namespace vesk::looks {
 

@@ -8,8 +8,8 @@
 #include "desktop/device_store.h"
 #include "desktop/paths.h"
 #include "desktop/settings.h"
-#include "language.h"
-#include "share.h"
+#include "television/language.h"
+#include "television/share.h"
 
 namespace vesk::looks {
 
@@ -101,9 +101,9 @@ void Scene::prepare_television(const std::filesystem::path &folder) const
     setenv("VESK_DEVICES", (folder / "devices.db").c_str(), 1);
     setenv("VESK_SETTINGS", (folder / "settings.ini").c_str(), 1);
     setenv("VESK_PRODUCT", setting_.product.c_str(), 1);
-    set_word(vesk_port::orientation_setting, setting_.portrait ? "portrait" : "landscape");
-    set_word(vesk_port::language_setting, setting_.language);
-    set_word(vesk_port::high_contrast_setting, setting_.high_contrast ? "on" : "off");
+    set_word(vesk_port::kOrientationSetting, setting_.portrait ? "portrait" : "landscape");
+    set_word(vesk_port::kLanguageSetting, setting_.language);
+    set_word(vesk_port::kHighContrastSetting, setting_.high_contrast ? "on" : "off");
     vesk_port::DeviceStore(folder / "devices.db").replace(state_.devices());
 }
 

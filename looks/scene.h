@@ -5,9 +5,9 @@
 #include <memory>
 #include <string>
 
-#include "gadget.h"
-#include "panel.h"
 #include "states.h"
+#include "television/gadget.h"
+#include "television/panel.h"
 
 namespace vesk::looks {
 

@@ -1,12 +1,11 @@
 #include "sight.h"
 
+#include <Edje.h>
+#include <Elementary.h>
 #include <algorithm>
 #include <cstring>
 #include <memory>
 #include <string_view>
-
-#include <Edje.h>
-#include <Elementary.h>
 
 namespace vesk::looks {
 

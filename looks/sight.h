@@ -2,13 +2,12 @@
 /* What lies on a panel's canvas, as a person in front of it would see it: texts, rows, buttons, pictures and the panels
    that they lie on, each with its place. */
 
+#include <Evas.h>
 #include <string>
 #include <vector>
 
-#include <Evas.h>
-
-#include "panel.h"
 #include "picture.h"
+#include "television/panel.h"
 
 namespace vesk::looks {
 

@@ -2,7 +2,7 @@
 
 add_library(vesk_screen_test OBJECT ${CMAKE_CURRENT_SOURCE_DIR}/screen/screen_test.cpp)
 target_include_directories(vesk_screen_test PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/screen)
-target_link_libraries(vesk_screen_test PUBLIC vesk_module_objects vesk_panel vesk_port GTest::gtest PRIVATE vesk_warnings)
+target_link_libraries(vesk_screen_test PUBLIC vesk_module_objects vesk_television vesk_port GTest::gtest PRIVATE vesk_warnings)
 
 file(GLOB SCREEN_TESTS CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/screen/*_test.cpp)
 list(REMOVE_ITEM SCREEN_TESTS ${CMAKE_CURRENT_SOURCE_DIR}/screen/screen_test.cpp)

@@ -16,6 +16,6 @@ if [ "${1-}" = "--fix" ]; then
 fi
 clang-format --dry-run --Werror "${sources[@]}"
 
-mapfile -t linted < <(git ls-files 'src/*.cpp' 'common/*.cpp' 'platform/*.cpp' 'host/*.cpp' 'tools/*.cpp')
+mapfile -t linted < <(git ls-files 'src/*.cpp' 'common/*.cpp' 'platform/*.cpp' 'television/*.cpp' 'host/*.cpp' 'tools/*.cpp')
 printf '%s\n' "${linted[@]}" | xargs -P "$(nproc)" -n 4 clang-tidy -p build/release --quiet --warnings-as-errors='*' 2>/dev/null
 echo "format and lint: ${#sources[@]} sources, no finding"

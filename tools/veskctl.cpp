@@ -1,22 +1,23 @@
 #include "veskctl.h"
 
-#include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>
 
+#include <CLI/CLI.hpp>
+
 namespace {
 
-constexpr int exit_failed = 1;
-constexpr int exit_misused = 2;
+constexpr int kExitFailed = 1;
+constexpr int kExitMisused = 2;
 
-constexpr const char *footer = "\nExamples:\n"
-                               "  veskctl devices list\n"
-                               "  veskctl devices set 02:4b:11:a0:3c:01 deny\n"
-                               "  veskctl devices add --name \"Hall phone\" --type phone --wifi 02:aa:00:00:00:01\n"
-                               "  veskctl devices export - > household.json\n"
-                               "  veskctl settings set orientation portrait\n"
-                               "  veskctl product use board\n"
-                               "\nVESK_DEVICES, VESK_SETTINGS and VESK_PRODUCT name other files than the user's own.";
+constexpr const char *kFooter = "\nExamples:\n"
+                                "  veskctl devices list\n"
+                                "  veskctl devices set 02:4b:11:a0:3c:01 deny\n"
+                                "  veskctl devices add --name \"Hall phone\" --type phone --wifi 02:aa:00:00:00:01\n"
+                                "  veskctl devices export - > household.json\n"
+                                "  veskctl settings set orientation portrait\n"
+                                "  veskctl product use board\n"
+                                "\nVESK_DEVICES, VESK_SETTINGS and VESK_PRODUCT name other files than the user's own.";
 
 int run(int argc, char **argv)
 {
@@ -27,12 +28,12 @@ int run(int argc, char **argv)
     veskctl::add_device_commands(program);
     veskctl::add_setting_commands(program);
     veskctl::add_product_commands(program);
-    program.footer(footer); /* last, since commands inherit it */
+    program.footer(kFooter); /* last, since commands inherit it */
     try {
         program.parse(argc, argv);
         return 0;
     } catch (const CLI::ParseError &error) {
-        return program.exit(error) == 0 ? 0 : exit_misused;
+        return program.exit(error) == 0 ? 0 : kExitMisused;
     }
 }
 
@@ -44,6 +45,6 @@ int main(int argc, char **argv)
         return run(argc, argv);
     } catch (const std::exception &error) {
         std::fprintf(stderr, "veskctl: %s\n", error.what());
-        return exit_failed;
+        return kExitFailed;
     }
 }

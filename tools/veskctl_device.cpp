@@ -1,15 +1,15 @@
 #include "veskctl_device.h"
 
-#include "desktop/port_error.h"
-#include "desktop/text.h"
-#include "veskctl_table.h"
-
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <glib.h>
 #include <optional>
 #include <string_view>
+
+#include "desktop/port_error.h"
+#include "desktop/text.h"
+#include "veskctl_table.h"
 
 namespace veskctl {
 
@@ -18,24 +18,24 @@ using vesk_port::PortError;
 
 namespace {
 
-constexpr size_t name_size = 128; /* bytes in the service's record */
+constexpr size_t kNameSize = 128; /* bytes in the service's record */
 
 /* Families by their number. */
-constexpr std::array<std::string_view, 32> types{
+constexpr std::array<std::string_view, 32> kTypes{
     "accessory", "phone",  "tablet", "wearable",   "computer", "input",      "tv",        "av",
     "signage",   "fridge", "washer", "dryer",      "floor-ac", "room-ac",    "system-ac", "purifier",
     "oven",      "range",  "vacuum", "smart-home", "printer",  "headphone",  "speaker",   "monitor",
     "board",     "iot",    "camera", "camcorder",  "cooktop",  "dishwasher", "microwave", "hood",
 };
 
-constexpr std::array<std::string_view, 2> statuses{"allow", "deny"};
+constexpr std::array<std::string_view, 2> kStatuses{"allow", "deny"};
 
 struct Address {
     const char *member; /* in JSON, and the option on the command line */
     std::string Device::*mac;
 };
 
-constexpr std::array addresses{
+constexpr std::array kAddresses{
     Address{"bt", &Device::bt_mac},
     Address{"wifi", &Device::wifi_mac},
     Address{"p2p", &Device::p2p_mac},
@@ -84,7 +84,7 @@ int32_t number_member(const std::string &member, const nlohmann::json &value, in
 
 int32_t type_of(const std::string &word)
 {
-    if (const auto named = position_in(types, word))
+    if (const auto named = position_in(kTypes, word))
         return *named;
     if (const auto number = vesk_port::parse_int(word))
         return *number;
@@ -93,7 +93,7 @@ int32_t type_of(const std::string &word)
 
 int32_t status_of(const std::string &word)
 {
-    const auto status = position_in(statuses, word);
+    const auto status = position_in(kStatuses, word);
     const auto number = vesk_port::parse_int(word);
     if (status)
         return *status;
@@ -104,18 +104,18 @@ int32_t status_of(const std::string &word)
 
 std::string type_word(int32_t type)
 {
-    return word_at(types, type);
+    return word_at(kTypes, type);
 }
 
 std::string status_word(int32_t status)
 {
-    return word_at(statuses, status);
+    return word_at(kStatuses, status);
 }
 
 std::string type_names()
 {
     std::string names;
-    for (const std::string_view type : types)
+    for (const std::string_view type : kTypes)
         names.append(names.empty() ? "" : ", ").append(type);
     return names;
 }
@@ -124,12 +124,12 @@ void check_device(const Device &device)
 {
     if (!g_utf8_validate(device.name.data(), static_cast<gssize>(device.name.size()), nullptr))
         refuse("the name \"" + printable(device.name) + "\" is no UTF-8 text.");
-    if (device.name.size() > name_size)
+    if (device.name.size() > kNameSize)
         refuse("the name \"" + printable(device.name) + "\" has " + std::to_string(device.name.size()) +
-               " bytes; at most " + std::to_string(name_size) + " fit.");
+               " bytes; at most " + std::to_string(kNameSize) + " fit.");
     constexpr const char *form = "^[0-9A-Fa-f]{2}([:-][0-9A-Fa-f]{2}){5}\\z";
     bool reachable = false;
-    for (const Address &address : addresses) {
+    for (const Address &address : kAddresses) {
         const std::string &mac = device.*address.mac;
         if (mac.empty())
             continue;
@@ -150,7 +150,7 @@ nlohmann::json json_of(const Device &device)
 {
     nlohmann::json json;
     json["name"] = device.name;
-    for (const Address &address : addresses)
+    for (const Address &address : kAddresses)
         json[address.member] = device.*address.mac;
     json["type"] = device.type;
     json["icon"] = device.icon;
@@ -164,8 +164,8 @@ Device device_of(const nlohmann::json &json)
         refuse("it is " + json.dump() + " and has to be an object with name, bt, wifi, p2p, type, icon and status.");
     Device device;
     for (const auto &[member, value] : json.items()) {
-        const auto address = std::ranges::find(addresses, member, &Address::member);
-        if (address != addresses.end())
+        const auto address = std::ranges::find(kAddresses, member, &Address::member);
+        if (address != kAddresses.end())
             device.*address->mac = text_member(member, value);
         else if (member == "name")
             device.name = text_member(member, value);

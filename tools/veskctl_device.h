@@ -1,11 +1,12 @@
 #pragma once
 /* One device in the words of the command line and in JSON. */
 
-#include "desktop/device_store.h"
-
 #include <cstdint>
-#include <nlohmann/json.hpp>
 #include <string>
+
+#include <nlohmann/json.hpp>
+
+#include "desktop/device_store.h"
 
 namespace veskctl {
 

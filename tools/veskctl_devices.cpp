@@ -1,11 +1,3 @@
-#include "desktop/device_store.h"
-#include "desktop/paths.h"
-#include "desktop/port_error.h"
-#include "veskctl.h"
-#include "veskctl_device.h"
-#include "veskctl_table.h"
-
-#include <CLI/CLI.hpp>
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
@@ -13,7 +5,16 @@
 #include <iostream>
 #include <iterator>
 #include <memory>
+
+#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
+
+#include "desktop/device_store.h"
+#include "desktop/paths.h"
+#include "desktop/port_error.h"
+#include "veskctl.h"
+#include "veskctl_device.h"
+#include "veskctl_table.h"
 
 namespace veskctl {
 
@@ -201,7 +202,7 @@ void clear_devices()
     std::printf("Removed %s.\n", counted(count).c_str());
 }
 
-constexpr const char *device_help = "One of the device's addresses, or its name when no other device has it";
+constexpr const char *kDeviceHelp = "One of the device's addresses, or its name when no other device has it";
 
 /* What the options of `devices add` fill in; numbers may be given as words. */
 struct NewDevice {
@@ -236,7 +237,7 @@ void add_set_command(CLI::App &devices)
         std::string status;
     };
     const auto given = std::make_shared<Arguments>();
-    command->add_option("device", given->device, device_help)->required();
+    command->add_option("device", given->device, kDeviceHelp)->required();
     command->add_option("status", given->status, "allow or deny")->required();
     command->callback([given] { set_device(given->device, given->status); });
 }
@@ -271,7 +272,7 @@ void add_device_commands(CLI::App &program)
 
     CLI::App *remove = devices->add_subcommand("remove", "Removes a device's registration");
     const auto removed = std::make_shared<std::string>();
-    remove->add_option("device", *removed, device_help)->required();
+    remove->add_option("device", *removed, kDeviceHelp)->required();
     remove->callback([removed] { remove_device(*removed); });
 
     devices->add_subcommand("clear", "Removes every registration")->callback(clear_devices);

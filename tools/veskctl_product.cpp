@@ -1,15 +1,16 @@
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
 #include "desktop/port_error.h"
 #include "desktop/product.h"
 #include "veskctl.h"
 #include "veskctl_table.h"
-
-#include <CLI/CLI.hpp>
-#include <cstdio>
-#include <cstdlib>
-#include <memory>
-#include <nlohmann/json.hpp>
-#include <string>
-#include <vector>
 
 namespace veskctl {
 

@@ -1,18 +1,19 @@
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+#include <glib-unix.h>
+#include <nlohmann/json.hpp>
+
 #include "desktop/port_error.h"
 #include "desktop/settings.h"
 #include "vconf.h"
 #include "veskctl.h"
 #include "veskctl_table.h"
-
-#include <CLI/CLI.hpp>
-#include <cerrno>
-#include <csignal>
-#include <cstdio>
-#include <glib-unix.h>
-#include <memory>
-#include <nlohmann/json.hpp>
-#include <string>
-#include <vector>
 
 namespace veskctl {
 
@@ -39,7 +40,7 @@ void get_settings(const std::string &name, bool as_json)
     }
     nlohmann::json object = nlohmann::json::object();
     std::vector<std::vector<std::string>> rows;
-    for (const vesk_port::Setting &setting : vesk_port::settings) {
+    for (const vesk_port::Setting &setting : vesk_port::kSettings) {
         const std::string word = word_of(setting.key);
         object[setting.alias] = word;
         rows.push_back({setting.alias, printable(word), setting.key});
@@ -70,7 +71,7 @@ void print_setting(const std::string &name)
 void watch_settings(std::vector<std::string> names)
 {
     if (names.empty()) {
-        for (const vesk_port::Setting &setting : vesk_port::settings)
+        for (const vesk_port::Setting &setting : vesk_port::kSettings)
             names.emplace_back(setting.alias);
     }
     const auto changed = [](keynode_t *, void *name) { print_setting(*static_cast<std::string *>(name)); };
@@ -97,7 +98,7 @@ void watch_settings(std::vector<std::string> names)
 std::string aliases()
 {
     std::string names;
-    for (const vesk_port::Setting &setting : vesk_port::settings)
+    for (const vesk_port::Setting &setting : vesk_port::kSettings)
         names.append(names.empty() ? "" : ", ").append(setting.alias);
     return names;
 }

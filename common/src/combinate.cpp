@@ -2,7 +2,6 @@
 
 #include <cstdlib>
 #include <cstring>
-
 #include <string_util.h>
 
 char *combinate_string(const char *format, const char *word)

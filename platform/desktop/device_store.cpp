@@ -1,9 +1,5 @@
 #include "device_store.h"
 
-#include "paths.h"
-#include "port_error.h"
-#include "sample_household.h"
-
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -14,34 +10,38 @@
 #include <unistd.h>
 #include <utility>
 
+#include "paths.h"
+#include "port_error.h"
+#include "sample_household.h"
+
 namespace vesk_port {
 
 namespace {
 
 /* The marks in the file's header by which the service knows its own: the letters VESK, and the form of the table. */
-constexpr int64_t application_id = 0x5645534b;
-constexpr int64_t schema_version = 1;
+constexpr int64_t kApplicationId = 0x5645534b;
+constexpr int64_t kSchemaVersion = 1;
 
 /* AUTOINCREMENT keeps the order of registration also after the last device was removed and another one added. The
  * write-ahead log lets the panel read while another process writes, and a commit need not wait for the disk. */
-const std::string schema = "PRAGMA journal_mode = WAL;"
-                           "PRAGMA application_id = " +
-                           std::to_string(application_id) +
-                           ";"
-                           "PRAGMA user_version = " +
-                           std::to_string(schema_version) +
-                           ";"
-                           "CREATE TABLE devices ("
-                           " id INTEGER PRIMARY KEY AUTOINCREMENT,"
-                           " name TEXT NOT NULL,"
-                           " bt_mac TEXT NOT NULL,"
-                           " wifi_mac TEXT NOT NULL,"
-                           " p2p_mac TEXT NOT NULL,"
-                           " type INTEGER NOT NULL,"
-                           " icon INTEGER NOT NULL,"
-                           " status INTEGER NOT NULL);";
+const std::string kSchema = "PRAGMA journal_mode = WAL;"
+                            "PRAGMA application_id = " +
+                            std::to_string(kApplicationId) +
+                            ";"
+                            "PRAGMA user_version = " +
+                            std::to_string(kSchemaVersion) +
+                            ";"
+                            "CREATE TABLE devices ("
+                            " id INTEGER PRIMARY KEY AUTOINCREMENT,"
+                            " name TEXT NOT NULL,"
+                            " bt_mac TEXT NOT NULL,"
+                            " wifi_mac TEXT NOT NULL,"
+                            " p2p_mac TEXT NOT NULL,"
+                            " type INTEGER NOT NULL,"
+                            " icon INTEGER NOT NULL,"
+                            " status INTEGER NOT NULL);";
 
-const std::string select_devices = "SELECT id, name, bt_mac, wifi_mac, p2p_mac, type, icon, status FROM devices";
+const std::string kSelectDevices = "SELECT id, name, bt_mac, wifi_mac, p2p_mac, type, icon, status FROM devices";
 
 struct Link {
     MacKind kind;
@@ -50,7 +50,7 @@ struct Link {
     std::string Device::*mac;
 };
 
-constexpr std::array links{
+constexpr std::array kLinks{
     Link{MacKind::bluetooth, "bt_mac", "Bluetooth", &Device::bt_mac},
     Link{MacKind::wifi, "wifi_mac", "Wi-Fi", &Device::wifi_mac},
     Link{MacKind::p2p, "p2p_mac", "peer-to-peer", &Device::p2p_mac},
@@ -59,8 +59,8 @@ constexpr std::array links{
 /* The condition that a device has an address of that kind and it is, normalised, the next parameter. */
 std::string where_mac(MacKind kind)
 {
-    const auto link = std::ranges::find(links, kind, &Link::kind);
-    if (link == links.end())
+    const auto link = std::ranges::find(kLinks, kind, &Link::kind);
+    if (link == kLinks.end())
         throw PortError(-EINVAL, std::to_string(static_cast<int>(kind)) +
                                      " is no kind of address; there are 1 Bluetooth, 2 Wi-Fi and 3 peer-to-peer.");
     const std::string column = link->column;
@@ -76,8 +76,8 @@ int64_t first_number(const SqliteDatabase &database, const std::string &sql)
 /* Throws unless the file is a device database of this form and whole. Nothing has been written by then. */
 void check_contents(const SqliteDatabase &database)
 {
-    if (first_number(database, "PRAGMA application_id") != application_id ||
-        first_number(database, "PRAGMA user_version") != schema_version)
+    if (first_number(database, "PRAGMA application_id") != kApplicationId ||
+        first_number(database, "PRAGMA user_version") != kSchemaVersion)
         database.fail_as_damaged();
     SqliteStatement check(database, "PRAGMA quick_check(1)");
     if (!check.step() || check.text(0) != "ok")
@@ -89,7 +89,7 @@ void check_contents(const SqliteDatabase &database)
 
 void insert(const SqliteDatabase &database, const Device &device)
 {
-    for (const Link &link : links) {
+    for (const Link &link : kLinks) {
         const std::string mac = normal_mac(device.*link.mac);
         if (mac.empty() || mac == "00:00:00:00:00:00")
             continue;
@@ -106,18 +106,6 @@ void insert(const SqliteDatabase &database, const Device &device)
 }
 
 } // namespace
-
-std::string normal_mac(std::string_view mac)
-{
-    std::string normal(mac);
-    for (char &c : normal) {
-        if (c >= 'a' && c <= 'z')
-            c = static_cast<char>(c - 'a' + 'A');
-        else if (c == '-')
-            c = ':';
-    }
-    return normal;
-}
 
 DeviceStore::DeviceStore(std::filesystem::path file, std::chrono::milliseconds patience)
     : file_(std::move(file)), patience_(patience)
@@ -173,7 +161,7 @@ void DeviceStore::make_sample_file() const
     int error = 0;
     try {
         const SqliteDatabase database(draft, patience_);
-        database.execute(schema);
+        database.execute(kSchema);
         SqliteTransaction transaction(database);
         for (const Device &device : sample_household())
             insert(database, device);
@@ -193,7 +181,7 @@ void DeviceStore::make_sample_file() const
 std::vector<Device> DeviceStore::list()
 {
     std::vector<Device> devices;
-    SqliteStatement rows(database(), select_devices + " ORDER BY id");
+    SqliteStatement rows(database(), kSelectDevices + " ORDER BY id");
     while (rows.step())
         devices.push_back({rows.number(0), rows.text(1), rows.text(2), rows.text(3), rows.text(4),
                            static_cast<int32_t>(rows.number(5)), static_cast<int32_t>(rows.number(6)),

@@ -1,8 +1,6 @@
 #pragma once
 /* The table of registered devices in its SQLite file, which several processes use at once. */
 
-#include "sqlite_database.h"
-
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
@@ -12,27 +10,10 @@
 #include <sys/types.h>
 #include <vector>
 
+#include "device.h"
+#include "sqlite_database.h"
+
 namespace vesk_port {
-
-/* One registered device. MAC texts stand as they were given: perhaps in lower case or with '-', or empty. */
-struct Device {
-    int64_t id = 0; /* given by the store in the order of registration, never used twice */
-    std::string name;
-    std::string bt_mac;
-    std::string wifi_mac;
-    std::string p2p_mac;
-    int32_t type = 0;
-    int32_t icon = 0;
-    int32_t status = 0; /* 0 allowed, 1 denied */
-
-    bool operator==(const Device &) const = default;
-};
-
-/* Which of a device's addresses a MAC is: the numbers that rdm.h gives the kinds. */
-enum class MacKind { bluetooth = 1, wifi = 2, p2p = 3 };
-
-/* The address as addresses are compared: upper case, ':' between the groups. */
-std::string normal_mac(std::string_view mac);
 
 /* Every function throws PortError with a sentence that names the file. A file that is damaged or belongs to something
  * else is never changed. Where no file is, the first use makes one with the sample household in it. */

@@ -1,8 +1,5 @@
 #include "dlog.h"
 
-#include "log.h"
-#include "port_call.h"
-
 #include <array>
 #include <cstdarg>
 #include <cstdio>
@@ -13,11 +10,14 @@
 #include <unistd.h>
 #include <utility>
 
+#include "log.h"
+#include "port_call.h"
+
 namespace vesk_port {
 
 namespace {
 
-constexpr int log_off = DLOG_ERROR + 1;
+constexpr int kLogOff = DLOG_ERROR + 1;
 
 struct Log {
     int fd = STDERR_FILENO;
@@ -62,7 +62,7 @@ Log log_of_environment()
     }
     log.colour = wants_colour(log.fd);
     if (!complaint.empty())
-        std::fprintf(stderr, "%s: %s\n", port_tag, complaint.c_str());
+        std::fprintf(stderr, "%s: %s\n", kPortTag, complaint.c_str());
     return log;
 }
 
@@ -136,7 +136,7 @@ int log_level_of(const std::string &word)
     if (word == "error")
         return DLOG_ERROR;
     if (word == "off")
-        return log_off;
+        return kLogOff;
     throw PortError(-EINVAL, "\"" + word + "\" is no log level; use info, warning, error or off.");
 }
 

@@ -1,14 +1,15 @@
 #include "file_watch.h"
 
-#include "port_error.h"
-
 #include <array>
 #include <cerrno>
 #include <cstring>
-#include <glib-unix.h>
 #include <sys/inotify.h>
 #include <unistd.h>
 #include <utility>
+
+#include <glib-unix.h>
+
+#include "port_error.h"
 
 namespace vesk_port {
 
@@ -18,7 +19,7 @@ namespace {
 
 /* The folder is watched and not the file, since a rename puts another file in its place. IN_ATTRIB is how a writer
  * rings whose data was written before it became visible (see DeviceStore). */
-constexpr uint32_t folder_events = IN_ATTRIB | IN_CLOSE_WRITE | IN_MODIFY | IN_CREATE | IN_DELETE | IN_MOVED_FROM |
+constexpr uint32_t kFolderEvents = IN_ATTRIB | IN_CLOSE_WRITE | IN_MODIFY | IN_CREATE | IN_DELETE | IN_MOVED_FROM |
                                    IN_MOVED_TO | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
 
 [[noreturn]] void throw_no_watch(const fs::path &file)
@@ -62,7 +63,7 @@ void FileWatch::arm()
     folder_ = file_.parent_path();
     awaited_ = file_.filename();
     for (;;) {
-        watch_ = inotify_add_watch(inotify_, folder_.c_str(), folder_events);
+        watch_ = inotify_add_watch(inotify_, folder_.c_str(), kFolderEvents);
         std::error_code ignored;
         if (watch_ >= 0) {
             /* The next folder may have been made after the look at it and before the watch: then go down again. */

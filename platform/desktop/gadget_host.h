@@ -1,9 +1,9 @@
 #pragma once
 /* What a host tells the port so that the calls of ui_gadget.h find it. */
 
-#include "ui_gadget.h"
-
 #include <functional>
+
+#include "ui_gadget.h"
 
 namespace vesk_port {
 

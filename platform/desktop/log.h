@@ -1,15 +1,15 @@
 #pragma once
 /* The platform log as the programs of the port see it. */
 
-#include "dlog.h"
-
 #include <functional>
 #include <string>
+
+#include "dlog.h"
 
 namespace vesk_port {
 
 /* The tag of the port's own lines. */
-inline constexpr const char *port_tag = "VESK_PORT";
+inline constexpr const char *kPortTag = "VESK_PORT";
 
 /* Lines below `priority` are dropped (a number above DLOG_ERROR drops all). Without this call VESK_LOG_LEVEL holds
  * and, where that is unset, info for a file and warning for the terminal. */

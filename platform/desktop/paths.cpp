@@ -1,10 +1,10 @@
 #include "paths.h"
 
-#include "port_error.h"
-
 #include <cerrno>
 #include <cstdlib>
 #include <glib.h>
+
+#include "port_error.h"
 
 namespace vesk_port {
 

@@ -1,10 +1,10 @@
 #pragma once
 /* The frame around each call of a platform interface: provoked failures, and errors turned into code and log line. */
 
+#include <cerrno>
+
 #include "port_error.h"
 #include "port_failures.h"
-
-#include <cerrno>
 
 namespace vesk_port {
 

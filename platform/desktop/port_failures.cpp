@@ -1,21 +1,21 @@
 #include "port_failures.h"
 
-#include "log.h"
-#include "port_call.h"
-#include "text.h"
-
 #include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <string_view>
 #include <vector>
 
+#include "log.h"
+#include "port_call.h"
+#include "text.h"
+
 namespace vesk_port {
 
 namespace {
 
 /* Every call of the platform interfaces that has a way to fail. */
-constexpr std::array<std::string_view, 23> known_calls{
+constexpr std::array<std::string_view, 23> kKnownCalls{
     "rdm_init",
     "rdm_deinit",
     "rdm_get_list",
@@ -68,9 +68,9 @@ Failure parse_failure(std::string_view text)
     const auto first = at == std::string_view::npos ? 1 : parse_int(rest.substr(at + 1));
     if (!code || *code == 0 || !first || *first < 1)
         throw malformed();
-    if (std::ranges::find(known_calls, call) == known_calls.end()) {
+    if (std::ranges::find(kKnownCalls, call) == kKnownCalls.end()) {
         std::string names;
-        for (const std::string_view known : known_calls)
+        for (const std::string_view known : kKnownCalls)
             names.append(names.empty() ? "" : ", ").append(known);
         throw PortError(-EINVAL,
                         "\"" + std::string(call) + "\" is no call that can be made to fail; there are " + names + ".");
@@ -126,7 +126,7 @@ int provoked_failure(const char *call)
 
 int report_failure(const char *call, int code, const char *sentence)
 {
-    log_line(DLOG_ERROR, port_tag, std::string(call) + " failed (" + std::to_string(code) + "): " + sentence);
+    log_line(DLOG_ERROR, kPortTag, std::string(call) + " failed (" + std::to_string(code) + "): " + sentence);
     return code;
 }
 

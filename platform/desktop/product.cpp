@@ -1,8 +1,5 @@
 #include "product.h"
 
-#include "paths.h"
-#include "port_error.h"
-
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
@@ -10,13 +7,16 @@
 #include <glib.h>
 #include <memory>
 
+#include "paths.h"
+#include "port_error.h"
+
 namespace vesk_port {
 
 namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char *default_product = "television";
+constexpr const char *kDefaultProduct = "television";
 
 fs::path profile_folder()
 {
@@ -48,7 +48,7 @@ ProductProfile read_profile(const fs::path &file)
     ProductProfile profile{
         file.stem(), file, taken(g_key_file_get_string(keys.get(), "profile", "title", nullptr)), {}};
     for (const char *section :
-         {custom_bool_section, custom_int_section, custom_string_section, platform_int_section, value_string_section}) {
+         {kCustomBoolSection, kCustomIntSection, kCustomStringSection, kPlatformIntSection, kValueStringSection}) {
         gchar **names = g_key_file_get_keys(keys.get(), section, nullptr, nullptr);
         for (gchar **name = names; name && *name; ++name)
             profile.sections[section][*name] = taken(g_key_file_get_string(keys.get(), section, *name, nullptr));
@@ -95,7 +95,7 @@ std::string chosen_product()
         return variable;
     std::string product;
     std::getline(std::ifstream(product_choice_file()), product);
-    return product.empty() ? default_product : product;
+    return product.empty() ? kDefaultProduct : product;
 }
 
 void choose_product(const std::string &product)

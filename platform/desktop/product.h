@@ -9,11 +9,11 @@
 namespace vesk_port {
 
 /* The sections of a profile, each for one call of system_info.h. */
-inline constexpr const char *custom_bool_section = "custom-bool";
-inline constexpr const char *custom_int_section = "custom-int";
-inline constexpr const char *custom_string_section = "custom-string";
-inline constexpr const char *platform_int_section = "platform-int";
-inline constexpr const char *value_string_section = "value-string";
+inline constexpr const char *kCustomBoolSection = "custom-bool";
+inline constexpr const char *kCustomIntSection = "custom-int";
+inline constexpr const char *kCustomStringSection = "custom-string";
+inline constexpr const char *kPlatformIntSection = "platform-int";
+inline constexpr const char *kValueStringSection = "value-string";
 
 struct ProductProfile {
     std::string name;

@@ -1,12 +1,5 @@
 #include "rdm.h"
 
-#include "device_store.h"
-#include "file_watch.h"
-#include "log.h"
-#include "paths.h"
-#include "port_call.h"
-#include "rdm_service.h"
-
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -14,6 +7,13 @@
 #include <memory>
 #include <optional>
 #include <vector>
+
+#include "device_store.h"
+#include "file_watch.h"
+#include "log.h"
+#include "paths.h"
+#include "port_call.h"
+#include "rdm_service.h"
 
 namespace vesk_port {
 
@@ -119,7 +119,7 @@ void watch_file(Service &self)
     try {
         self.watch = std::make_unique<FileWatch>(devices_file(), report_changes);
     } catch (const PortError &error) {
-        log_line(DLOG_WARN, port_tag, std::string("changes made by other programs will not be seen: ") + error.what());
+        log_line(DLOG_WARN, kPortTag, std::string("changes made by other programs will not be seen: ") + error.what());
     }
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 /* The devices that a new device database is filled with. */
 
-#include "device_store.h"
-
 #include <vector>
+
+#include "device_store.h"
 
 namespace vesk_port {
 

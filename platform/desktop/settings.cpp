@@ -1,8 +1,5 @@
 #include "settings.h"
 
-#include "paths.h"
-#include "port_error.h"
-
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -14,11 +11,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "paths.h"
+#include "port_error.h"
+
 namespace vesk_port {
 
 namespace {
 
-constexpr const char *group = "settings";
+constexpr const char *kGroup = "settings";
 
 struct FreeKeyFile {
     void operator()(GKeyFile *file) const { g_key_file_free(file); }
@@ -36,11 +36,11 @@ struct Word {
     const char *value;
 };
 
-constexpr std::array words{
-    Word{orientation_setting.key, "landscape", "0"},
-    Word{orientation_setting.key, "portrait", "1"},
-    Word{high_contrast_setting.key, "off", "0"},
-    Word{high_contrast_setting.key, "on", "1"},
+constexpr std::array kWords{
+    Word{kOrientationSetting.key, "landscape", "0"},
+    Word{kOrientationSetting.key, "portrait", "1"},
+    Word{kHighContrastSetting.key, "off", "0"},
+    Word{kHighContrastSetting.key, "on", "1"},
 };
 
 /* Reads the key file; one that does not exist is empty. */
@@ -107,24 +107,24 @@ private:
 
 std::string setting_key(const std::string &name)
 {
-    const auto known = std::ranges::find(settings, std::string_view(name), &Setting::alias);
-    if (known != settings.end())
+    const auto known = std::ranges::find(kSettings, std::string_view(name), &Setting::alias);
+    if (known != kSettings.end())
         return known->key;
     /* What a key file cannot hold as a key would damage the file. */
     if (name.find('/') != std::string::npos && name.find_first_of("=[]\n\r") == std::string::npos &&
         !name.starts_with(' ') && !name.ends_with(' ') && !name.starts_with('#'))
         return name;
     std::string aliases;
-    for (const Setting &setting : settings)
+    for (const Setting &setting : kSettings)
         aliases.append(aliases.empty() ? "" : ", ").append(setting.alias);
     throw PortError(-EINVAL, "\"" + name + "\" is no setting; use " + aliases + " or a full key such as " +
-                                 language_setting.key + ".");
+                                 kLanguageSetting.key + ".");
 }
 
 std::string setting_value(const std::string &key, const std::string &word)
 {
     std::string choice;
-    for (const Word &known : words) {
+    for (const Word &known : kWords) {
         if (known.key != key)
             continue;
         if (word == known.word || word == known.value)
@@ -134,7 +134,7 @@ std::string setting_value(const std::string &key, const std::string &word)
     if (!choice.empty())
         throw PortError(-EINVAL, "\"" + word + "\" is no value of " + key + "; use " + choice + ".");
     constexpr const char *locale_name = "^[a-z]{2,3}(_[A-Z]{2})?(\\.[A-Za-z0-9-]+)?\\z";
-    if (key == language_setting.key &&
+    if (key == kLanguageSetting.key &&
         !g_regex_match_simple(locale_name, word.c_str(), GRegexCompileFlags{}, GRegexMatchFlags{}))
         throw PortError(-EINVAL, "\"" + word + "\" is no language; write it like en_GB or ar_AE.UTF-8.");
     return word;
@@ -142,7 +142,7 @@ std::string setting_value(const std::string &key, const std::string &word)
 
 std::string setting_word(const std::string &key, const std::string &value)
 {
-    for (const Word &known : words) {
+    for (const Word &known : kWords) {
         if (known.key == key && known.value == value)
             return known.word;
     }
@@ -151,14 +151,14 @@ std::string setting_word(const std::string &key, const std::string &value)
 
 std::optional<std::string> read_setting(const std::string &key)
 {
-    gchar *raw = g_key_file_get_string(current(), group, key.c_str(), nullptr);
+    gchar *raw = g_key_file_get_string(current(), kGroup, key.c_str(), nullptr);
     if (raw) {
         const std::string value = raw;
         g_free(raw);
         return value;
     }
-    const auto known = std::ranges::find(settings, std::string_view(key), &Setting::key);
-    if (known != settings.end())
+    const auto known = std::ranges::find(kSettings, std::string_view(key), &Setting::key);
+    if (known != kSettings.end())
         return known->default_value;
     return std::nullopt;
 }
@@ -169,7 +169,7 @@ void write_setting(const std::string &key, const std::string &value)
     make_folder_of(path);
     const FolderLock lock(path.parent_path());
     const KeyFile file = load(path);
-    g_key_file_set_string(file.get(), group, key.c_str(), value.c_str());
+    g_key_file_set_string(file.get(), kGroup, key.c_str(), value.c_str());
     GError *raw = nullptr;
     if (!g_key_file_save_to_file(file.get(), path.c_str(), &raw)) {
         const Error error(raw);

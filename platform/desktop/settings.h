@@ -14,11 +14,11 @@ struct Setting {
     const char *default_value; /* what a read gives while the setting is unset */
 };
 
-inline constexpr Setting orientation_setting{"db/menu/onscreendisplay/display_orientation/onscreen_menu_orientation",
+inline constexpr Setting kOrientationSetting{"db/menu/onscreendisplay/display_orientation/onscreen_menu_orientation",
                                              "orientation", "0"};
-inline constexpr Setting language_setting{"db/menu_widget/language", "language", "en_GB.UTF-8"};
-inline constexpr Setting high_contrast_setting{"db/menu/system/accessibility/highcontrast", "high-contrast", "0"};
-inline constexpr std::array settings{orientation_setting, language_setting, high_contrast_setting};
+inline constexpr Setting kLanguageSetting{"db/menu_widget/language", "language", "en_GB.UTF-8"};
+inline constexpr Setting kHighContrastSetting{"db/menu/system/accessibility/highcontrast", "high-contrast", "0"};
+inline constexpr std::array kSettings{kOrientationSetting, kLanguageSetting, kHighContrastSetting};
 
 /* The key that `name` stands for: an alias or a key itself, which has a '/' in it. Throws PortError. */
 std::string setting_key(const std::string &name);

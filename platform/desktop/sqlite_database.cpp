@@ -1,11 +1,11 @@
 #include "sqlite_database.h"
 
-#include "port_error.h"
-
 #include <cerrno>
 #include <cstring>
 #include <sqlite3.h>
 #include <utility>
+
+#include "port_error.h"
 
 namespace vesk_port {
 

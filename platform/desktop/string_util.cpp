@@ -1,11 +1,11 @@
 #include "string_util.h"
 
-#include "port_call.h"
-
 #include <algorithm>
 #include <array>
 #include <cstring>
 #include <string>
+
+#include "port_call.h"
 
 int CStringUtil::CombinateStrings(char *buffer, size_t size, const char *format, const char *first, const char *second,
                                   const char *third, const char *fourth)

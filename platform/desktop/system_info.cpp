@@ -1,11 +1,11 @@
 #include "system_info.h"
 
+#include <optional>
+#include <string>
+
 #include "port_call.h"
 #include "product.h"
 #include "text.h"
-
-#include <optional>
-#include <string>
 
 namespace vesk_port {
 
@@ -66,9 +66,9 @@ int system_info_get_custom_bool(const char *key, bool *value)
 {
     return port_call(__func__, [&] {
         require(key, value);
-        const std::string text = fact(custom_bool_section, key);
+        const std::string text = fact(kCustomBoolSection, key);
         if (text != "true" && text != "false")
-            throw_malformed(custom_bool_section, key, text, "true or false");
+            throw_malformed(kCustomBoolSection, key, text, "true or false");
         *value = text == "true";
     });
 }
@@ -77,7 +77,7 @@ int system_info_get_custom_int(const char *key, int *value)
 {
     return port_call(__func__, [&] {
         require(key, value);
-        *value = number_fact(custom_int_section, key);
+        *value = number_fact(kCustomIntSection, key);
     });
 }
 
@@ -85,7 +85,7 @@ int system_info_get_custom_string(const char *key, char **value)
 {
     return port_call(__func__, [&] {
         require(key, value);
-        *value = allocated_copy(fact(custom_string_section, key));
+        *value = allocated_copy(fact(kCustomStringSection, key));
     });
 }
 
@@ -93,7 +93,7 @@ int system_info_get_platform_int(const char *key, int *value)
 {
     return port_call(__func__, [&] {
         require(key, value);
-        *value = number_fact(platform_int_section, key);
+        *value = number_fact(kPlatformIntSection, key);
     });
 }
 
@@ -101,6 +101,6 @@ int system_info_get_value_string(int key, char **value)
 {
     return port_call(__func__, [&] {
         require(&key, value);
-        *value = allocated_copy(fact(value_string_section, std::to_string(key)));
+        *value = allocated_copy(fact(kValueStringSection, std::to_string(key)));
     });
 }

@@ -1,9 +1,9 @@
 #include "ui_gadget.h"
 
+#include <utility>
+
 #include "gadget_host.h"
 #include "port_call.h"
-
-#include <utility>
 
 namespace vesk_port {
 

@@ -1,17 +1,17 @@
 #include "vconf.h"
 
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "file_watch.h"
 #include "log.h"
 #include "paths.h"
 #include "port_call.h"
 #include "settings.h"
 #include "text.h"
-
-#include <algorithm>
-#include <memory>
-#include <optional>
-#include <string>
-#include <vector>
 
 /* What a change callback is handed. */
 struct keynode {

@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <cstdio>
 #include <initializer_list>
-#include <string>
-
 #include <rdm.h>
+#include <string>
 
 #include "log.h"
 #include "translate.h"

@@ -1,7 +1,6 @@
 #include "ug/detail_popup.h"
 
 #include <cstdio>
-
 #include <system_info.h>
 
 #include "log.h"

@@ -2,7 +2,6 @@
 
 #include <cstdio>
 #include <cstring>
-
 #include <vconf.h>
 
 #include "log.h"

@@ -2,7 +2,6 @@
 /* Texts as the toolkit wants them. */
 
 #include <Elementary.h>
-
 #include <cstdlib>
 #include <cstring>
 #include <string>

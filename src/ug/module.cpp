@@ -2,9 +2,8 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <libintl.h>
-
 #include <ea.h>
+#include <libintl.h>
 #include <rdm.h>
 #include <system_info.h>
 #include <vconf.h>

@@ -4,7 +4,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
-
 #include <system_info.h>
 
 #include "log.h"

@@ -1,8 +1,7 @@
 #include "ug/settings_watch.h"
 
-#include <cstdlib>
-
 #include <Elementary.h>
+#include <cstdlib>
 
 #include "combinate.h"
 #include "log.h"

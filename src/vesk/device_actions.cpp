@@ -1,7 +1,6 @@
 #include "vesk/device_actions.h"
 
 #include <cstring>
-
 #include <rdm.h>
 
 #include "log.h"

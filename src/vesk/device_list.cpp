@@ -1,9 +1,8 @@
 #include "vesk/device_list.h"
 
 #include <cstring>
-#include <utility>
-
 #include <rdm.h>
+#include <utility>
 
 #include "log.h"
 #include "vesk/device_table.h"

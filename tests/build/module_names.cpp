@@ -1,9 +1,8 @@
 /* The names of the module that programs outside this project reach, each by its address and with its exact type. */
 
+#include <Elementary.h>
 #include <cstddef>
 #include <cstdint>
-
-#include <Elementary.h>
 #include <glib.h>
 
 #include "combinate.h"

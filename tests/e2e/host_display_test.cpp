@@ -1,11 +1,11 @@
 /* vesk-host in a window, on an X server of the test's own. */
 
-#include "host_fixture.h"
-
 #include <csignal>
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include "host_fixture.h"
 
 using testing::HasSubstr;
 

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr unsigned poll_ms = 10;
+constexpr unsigned kPollMs = 10;
 
 bool names(const std::vector<std::string> &arguments, const std::string &option)
 {
@@ -19,7 +19,7 @@ bool names(const std::vector<std::string> &arguments, const std::string &option)
 bool wait_until(const std::function<bool()> &condition)
 {
     const auto look_again = [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; };
-    const unsigned poll = g_timeout_add(poll_ms, look_again, nullptr);
+    const unsigned poll = g_timeout_add(kPollMs, look_again, nullptr);
     const bool held = run_until(condition);
     g_source_remove(poll);
     return held;

@@ -8,8 +8,8 @@ using testing::Not;
 namespace {
 
 /* The first rows of the sample household, in the list's order. */
-constexpr const char *first_row = "Nora's phone";
-constexpr const char *second_row = "Kitchen tablet";
+constexpr const char *kFirstRow = "Nora's phone";
+constexpr const char *kSecondRow = "Kitchen tablet";
 
 /* What a sequence of keys does. */
 struct Journey {
@@ -62,8 +62,8 @@ TEST_P(HostKeys, HaveTheirEffect)
 {
     const Journey &journey = GetParam();
     ASSERT_EQ(play(journey.keys).exit_code, 0);
-    EXPECT_EQ(status_of(first_row), journey.first);
-    EXPECT_EQ(status_of(second_row), journey.second);
+    EXPECT_EQ(status_of(kFirstRow), journey.first);
+    EXPECT_EQ(status_of(kSecondRow), journey.second);
     EXPECT_THAT(host_log(), HasSubstr(journey.logged));
     if (journey.not_logged) {
         EXPECT_THAT(host_log(), Not(HasSubstr(journey.not_logged)));

@@ -1,8 +1,8 @@
 /* The life of vesk-host: its start without a display, its ends, and what other processes do meanwhile. */
 
-#include "host_fixture.h"
-
 #include <csignal>
+
+#include "host_fixture.h"
 
 using testing::AllOf;
 using testing::HasSubstr;

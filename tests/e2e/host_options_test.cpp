@@ -1,8 +1,8 @@
 /* The command line of vesk-host: what it takes, and how it refuses the rest. */
 
-#include "host_fixture.h"
-
 #include <algorithm>
+
+#include "host_fixture.h"
 
 using testing::AllOf;
 using testing::HasSubstr;

@@ -1,9 +1,9 @@
 /* The screen reader of vesk-host. */
 
-#include "host_fixture.h"
-
 #include <regex>
 #include <sstream>
+
+#include "host_fixture.h"
 
 using testing::ElementsAre;
 using testing::HasSubstr;

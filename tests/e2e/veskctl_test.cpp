@@ -1,14 +1,15 @@
 /* veskctl as its users run it: separate processes, their output and their exit codes. */
 
-#include "port_fixture.h"
-
 #include <algorithm>
 #include <csignal>
 #include <fcntl.h>
 #include <glib.h>
-#include <nlohmann/json.hpp>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include <nlohmann/json.hpp>
+
+#include "port_fixture.h"
 
 using nlohmann::json;
 using testing::AllOf;

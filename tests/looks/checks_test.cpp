@@ -1,10 +1,8 @@
 /* The checks find what they are for: each is shown a scene that has been spoilt. */
 
-#include <algorithm>
-
-#include <gmock/gmock.h>
-
 #include <Edje.h>
+#include <algorithm>
+#include <gmock/gmock.h>
 
 #include "checks.h"
 #include "chosen.h"

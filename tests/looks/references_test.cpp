@@ -2,7 +2,6 @@
  * renew the pictures with vesk-gallery --renew-references tests/looks/references. */
 
 #include <algorithm>
-
 #include <gtest/gtest.h>
 
 #include "chosen.h"

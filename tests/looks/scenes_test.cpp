@@ -1,7 +1,6 @@
 /* The gallery's checks on a dozen of its scenes: those in which most can go wrong. */
 
 #include <algorithm>
-
 #include <gtest/gtest.h>
 
 #include "checks.h"

@@ -1,13 +1,12 @@
 #pragma once
 /* What lies on a canvas, as the tests of list and drop-down look at it. */
 
+#include <Edje.h>
+#include <Elementary.h>
 #include <algorithm>
 #include <cstring>
 #include <string>
 #include <vector>
-
-#include <Edje.h>
-#include <Elementary.h>
 
 inline bool is_of_type(const Evas_Object *object, const char *type)
 {

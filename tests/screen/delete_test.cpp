@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <dlfcn.h>
-
 #include <gmock/gmock.h>
 
 #include "canvas_parts.h"

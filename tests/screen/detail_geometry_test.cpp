@@ -2,11 +2,10 @@
 
 #include <cstdlib>
 #include <dlfcn.h>
-#include <fstream>
-#include <optional>
-
 #include <dlog.h>
+#include <fstream>
 #include <gmock/gmock.h>
+#include <optional>
 
 #include "desktop/port_failures.h"
 #include "details.h"

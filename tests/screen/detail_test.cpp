@@ -1,7 +1,6 @@
 /* The detail popup: what it holds, how it closes, and what is said of it. */
 
 #include <cstdlib>
-
 #include <dlog.h>
 #include <gmock/gmock.h>
 

@@ -1,7 +1,6 @@
 /* Where the drop-down stands beside its row, measured from what is drawn. */
 
 #include <cmath>
-
 #include <gmock/gmock.h>
 
 #include "dropdown_fixture.h"

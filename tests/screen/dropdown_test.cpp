@@ -1,8 +1,7 @@
 /* The action drop-down: its choices, what they do, and its keys and touches. */
 
-#include <gmock/gmock.h>
-
 #include <dlog.h>
+#include <gmock/gmock.h>
 
 #include "desktop/port_failures.h"
 #include "dropdown_fixture.h"

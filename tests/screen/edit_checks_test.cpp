@@ -4,9 +4,8 @@
 #include <algorithm>
 #include <cstring>
 #include <dlfcn.h>
-#include <random>
-
 #include <gmock/gmock.h>
+#include <random>
 
 #include "edit_fixture.h"
 

@@ -1,7 +1,6 @@
 /* Edit mode: buttons, marks, focus and spoken texts, by key and by touch. */
 
 #include <algorithm>
-
 #include <gmock/gmock.h>
 
 #include "dlog.h"

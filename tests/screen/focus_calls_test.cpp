@@ -2,7 +2,6 @@
  * The linker puts the two functions at the end of this introduction before the host's of the same name. */
 
 #include <algorithm>
-
 #include <gmock/gmock.h>
 
 #include "details.h"

@@ -1,10 +1,8 @@
 /* The module's run in a host: its opening and closing, in order, with every failure of the platform on the way. */
 
 #include <algorithm>
-
-#include <gmock/gmock.h>
-
 #include <dlog.h>
+#include <gmock/gmock.h>
 
 #include "desktop/port_failures.h"
 #include "noted_calls.h"

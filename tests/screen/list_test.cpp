@@ -1,7 +1,6 @@
 /* The main screen: rows, buttons and the focus between them. */
 
 #include <array>
-
 #include <dlog.h>
 #include <gmock/gmock.h>
 

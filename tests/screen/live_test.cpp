@@ -2,11 +2,9 @@
 
 #include <array>
 #include <cstring>
-#include <set>
-
-#include <gmock/gmock.h>
-
 #include <dlog.h>
+#include <gmock/gmock.h>
+#include <set>
 
 #include "desktop/port_failures.h"
 #include "desktop/rdm_service.h"

@@ -3,14 +3,12 @@
  * source: these functions stand before the others' own. While a Noting lives, each of their calls becomes a line of
  * the test's log. */
 
-#include <string>
-#include <vector>
-
-#include <dlfcn.h>
-
 #include <Elementary.h>
+#include <dlfcn.h>
 #include <dlog.h>
+#include <string>
 #include <system_info.h>
+#include <vector>
 
 #include "desktop/log.h"
 #include "screen_test.h"

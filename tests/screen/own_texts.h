@@ -3,7 +3,6 @@
 
 #include <dlfcn.h>
 #include <libintl.h>
-
 #include <map>
 #include <string>
 

@@ -1,7 +1,6 @@
 /* What the screen reader is given to say, asked as the toolkit asks. */
 
 #include <cstdlib>
-
 #include <dlog.h>
 #include <gmock/gmock.h>
 

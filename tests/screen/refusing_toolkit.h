@@ -1,9 +1,8 @@
 #pragma once
 /* A toolkit that refuses, for a program of one source: these stand before the toolkit's own for the module. */
 
-#include <dlfcn.h>
-
 #include <Elementary.h>
+#include <dlfcn.h>
 
 /* While set, there are no row classes; rows have no place in their list; there is no row with this number among a
  * list's rows, counted from 0. */

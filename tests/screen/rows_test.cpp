@@ -1,8 +1,7 @@
 /* A row of the device list: its texts, its picture, and what prepares it. */
 
-#include <gmock/gmock.h>
-
 #include <dlog.h>
+#include <gmock/gmock.h>
 
 #include "canvas_parts.h"
 #include "refusing_toolkit.h"

@@ -2,13 +2,12 @@
 
 #include <cstdlib>
 #include <regex>
-
 #include <ui_gadget.h>
 
 #include "desktop/log.h"
 #include "desktop/port_failures.h"
-#include "language.h"
-#include "reader.h"
+#include "television/language.h"
+#include "television/reader/reader.h"
 
 static std::vector<std::string> spoken_texts;
 
@@ -84,7 +83,7 @@ std::vector<vesk_port::Device> ScreenTest::registered() const
 static void speak_language()
 {
     static std::string spoken;
-    const std::string language = vesk_port::read_setting(vesk_port::language_setting.key).value();
+    const std::string language = vesk_port::read_setting(vesk_port::kLanguageSetting.key).value();
     if (language != spoken)
         vesk::use_language(language);
     spoken = language;

@@ -15,17 +15,16 @@
  * the service, the settings and the log are those of the desktop port. */
 
 #include <filesystem>
+#include <gtest/gtest.h>
 #include <initializer_list>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include "desktop/device_store.h"
 #include "desktop/settings.h"
-#include "gadget.h"
-#include "panel.h"
+#include "television/gadget.h"
+#include "television/panel.h"
 #include "ug/app_data.h"
 
 struct LogLine {

@@ -3,12 +3,10 @@
 #include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
-#include <fstream>
-#include <random>
-
-#include <gmock/gmock.h>
-
 #include <dlog.h>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <random>
 #include <system_info.h>
 
 #include "desktop/port_failures.h"

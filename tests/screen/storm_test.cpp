@@ -5,7 +5,6 @@
  * in bursts with frames between them. */
 
 #include <cstring>
-
 #include <gmock/gmock.h>
 
 #include "desktop/rdm_service.h"

@@ -3,14 +3,12 @@
  * the toolkit's functions and pass on what they have noted. Calls of the host and of the toolkit itself come by too, so
  * look for the object that is meant. */
 
+#include <Elementary.h>
 #include <dlfcn.h>
-
 #include <iterator>
 #include <ostream>
 #include <string>
 #include <vector>
-
-#include <Elementary.h>
 
 /* A signal to an object or a row, as "emission|source". */
 struct NotedSignal {

@@ -1,10 +1,9 @@
 /* The panel is turned by the user's setting while each of the screens is open. */
 
-#include <fstream>
-#include <iterator>
-
 #include <dlog.h>
+#include <fstream>
 #include <gmock/gmock.h>
+#include <iterator>
 
 #include "canvas_parts.h"
 #include "desktop/port_failures.h"

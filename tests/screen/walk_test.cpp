@@ -10,10 +10,9 @@
 #include <cstdio>
 #include <cstring>
 #include <deque>
+#include <glib.h>
 #include <random>
 #include <stdexcept>
-
-#include <glib.h>
 
 #include "desktop/port_failures.h"
 #include "edit_fixture.h"

@@ -1,22 +1,20 @@
 /* theme/CONTRACT.md says what the built theme has, all of it, and everything that the module asks for. */
 
+#include <Ecore_Evas.h>
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <gmock/gmock.h>
 #include <map>
 #include <regex>
 #include <set>
 #include <sstream>
 #include <string>
 #include <vector>
-
-#include <gmock/gmock.h>
-
-#include <Ecore_Evas.h>
 #define EDJE_EDIT_IS_UNSTABLE_AND_I_KNOW_ABOUT_IT
 #include <Edje_Edit.h>
 
-#include "toolkit.h"
+#include "television/toolkit.h"
 
 namespace {
 

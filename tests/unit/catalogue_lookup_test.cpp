@@ -1,10 +1,9 @@
 // The built catalogues, asked the way the module asks them: dgettext, with the language that a television is set to.
 
-#include <gtest/gtest.h>
-
 #include <clocale>
 #include <cstdlib>
 #include <fstream>
+#include <gtest/gtest.h>
 #include <libintl.h>
 #include <ostream>
 #include <string>
@@ -12,7 +11,7 @@
 
 namespace {
 
-constexpr const char *domain = "ug-VeskUG-efl";
+constexpr const char *kDomain = "ug-VeskUG-efl";
 
 // The text that a person sees whose television is set to `language`. LANGUAGE counts in any locale but "C"; the library
 // reads it anew only after a change of locale, so there has to be one.
@@ -21,9 +20,9 @@ std::string text(const std::string &language, const char *id)
     setenv("LANGUAGE", language.c_str(), 1);
     setlocale(LC_ALL, "C");
     setlocale(LC_ALL, "C.UTF-8");
-    bindtextdomain(domain, LOCALE_DIR);
-    bind_textdomain_codeset(domain, "UTF-8");
-    return dgettext(domain, id);
+    bindtextdomain(kDomain, LOCALE_DIR);
+    bind_textdomain_codeset(kDomain, "UTF-8");
+    return dgettext(kDomain, id);
 }
 
 std::vector<std::string> catalogues()

@@ -5,13 +5,12 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <regex>
-#include <set>
-
 #include <dlog.h>
 #include <ea.h>
 #include <gtest/gtest.h>
 #include <libintl.h>
+#include <regex>
+#include <set>
 #include <string_util.h>
 #include <system_info.h>
 

@@ -8,12 +8,11 @@
 #include <deque>
 #include <functional>
 #include <map>
-#include <string>
-#include <vector>
-
 #include <rdm.h>
+#include <string>
 #include <ui_gadget.h>
 #include <vconf.h>
+#include <vector>
 
 namespace fake {
 

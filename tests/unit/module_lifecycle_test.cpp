@@ -1,12 +1,11 @@
+#include <Ecore_Evas.h>
+#include <Elementary.h>
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
-#include <type_traits>
-
-#include <Ecore_Evas.h>
-#include <Elementary.h>
 #include <glib.h>
+#include <type_traits>
 
 #include "module_fixture.h"
 #include "ug/action_popup.h"

@@ -1,12 +1,12 @@
 /* Device databases that cannot be used: an error code, a sentence with the file's name, and the file as it was. */
 
+#include <cerrno>
+#include <sqlite3.h>
+
 #include "desktop/device_store.h"
 #include "desktop/port_error.h"
 #include "port_fixture.h"
 #include "rdm.h"
-
-#include <cerrno>
-#include <sqlite3.h>
 
 namespace fs = std::filesystem;
 

@@ -1,15 +1,15 @@
 /* The registered-device service: the table, its changes, and who hears of them. */
 
-#include "desktop/device_store.h"
-#include "desktop/rdm_service.h"
-#include "port_fixture.h"
-#include "rdm.h"
-
 #include <algorithm>
 #include <cstring>
 #include <glib.h>
 #include <set>
 #include <thread>
+
+#include "desktop/device_store.h"
+#include "desktop/rdm_service.h"
+#include "port_fixture.h"
+#include "rdm.h"
 
 using testing::HasSubstr;
 using vesk_port::Device;

@@ -1,5 +1,8 @@
 /* Provoked failures: each call that can fail does, with the code that was asked for and a line in the log. */
 
+#include <functional>
+#include <map>
+
 #include "desktop/port_error.h"
 #include "desktop/port_failures.h"
 #include "dlog.h"
@@ -10,9 +13,6 @@
 #include "system_info.h"
 #include "ui_gadget.h"
 #include "vconf.h"
-
-#include <functional>
-#include <map>
 
 using testing::HasSubstr;
 using vesk_port::PortError;

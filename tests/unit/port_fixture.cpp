@@ -1,8 +1,5 @@
 #include "port_fixture.h"
 
-#include "desktop/log.h"
-#include "desktop/port_failures.h"
-
 #include <cstdlib>
 #include <fstream>
 #include <glib.h>
@@ -10,11 +7,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "desktop/log.h"
+#include "desktop/port_failures.h"
+
 namespace fs = std::filesystem;
 
 namespace {
 
-constexpr uid_t nobody = 65534;
+constexpr uid_t kNobody = 65534;
 
 fs::path make_folder()
 {
@@ -96,7 +96,7 @@ void write_file(const fs::path &file, const std::string &contents)
 
 Unprivileged::Unprivileged()
 {
-    if (getuid() == 0 && seteuid(nobody) != 0)
+    if (getuid() == 0 && seteuid(kNobody) != 0)
         throw std::runtime_error("root cannot be given up");
 }
 

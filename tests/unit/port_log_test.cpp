@@ -1,16 +1,16 @@
 /* The platform log: one line a call, to the terminal or a file, from a level on. */
 
-#include "desktop/log.h"
-#include "desktop/port_error.h"
-#include "dlog.h"
-#include "port_fixture.h"
-
 #include <algorithm>
 #include <cstdlib>
 #include <fcntl.h>
 #include <glib.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include "desktop/log.h"
+#include "desktop/port_error.h"
+#include "dlog.h"
+#include "port_fixture.h"
 
 using testing::AllOf;
 using testing::ContainsRegex;

@@ -1,13 +1,13 @@
 /* Product facts: the profiles and the calls that read them. */
 
+#include <algorithm>
+#include <cstdlib>
+#include <ostream>
+
 #include "desktop/port_error.h"
 #include "desktop/product.h"
 #include "port_fixture.h"
 #include "system_info.h"
-
-#include <algorithm>
-#include <cstdlib>
-#include <ostream>
 
 using testing::HasSubstr;
 using vesk_port::PortError;

@@ -1,12 +1,12 @@
 /* The settings store: values, defaults, words, and the news of changes. */
 
+#include <cstdlib>
+#include <glib.h>
+
 #include "desktop/port_error.h"
 #include "desktop/settings.h"
 #include "port_fixture.h"
 #include "vconf.h"
-
-#include <cstdlib>
-#include <glib.h>
 
 namespace fs = std::filesystem;
 
@@ -15,9 +15,9 @@ using vesk_port::PortError;
 
 namespace {
 
-const char *const orientation = "db/menu/onscreendisplay/display_orientation/onscreen_menu_orientation";
-const char *const language = "db/menu_widget/language";
-const char *const high_contrast = "db/menu/system/accessibility/highcontrast";
+const char *const kOrientation = "db/menu/onscreendisplay/display_orientation/onscreen_menu_orientation";
+const char *const kLanguage = "db/menu_widget/language";
+const char *const kHighContrast = "db/menu/system/accessibility/highcontrast";
 
 int int_of(const char *key)
 {
@@ -47,9 +47,9 @@ protected:
 
 TEST_F(PortSettings, WhatIsUnsetHasItsDefault)
 {
-    EXPECT_EQ(int_of(orientation), 0);
-    EXPECT_EQ(int_of(high_contrast), 0);
-    EXPECT_EQ(text_of(language), "en_GB.UTF-8");
+    EXPECT_EQ(int_of(kOrientation), 0);
+    EXPECT_EQ(int_of(kHighContrast), 0);
+    EXPECT_EQ(text_of(kLanguage), "en_GB.UTF-8");
     EXPECT_FALSE(fs::exists(settings_)) << "reading writes nothing";
 }
 
@@ -64,11 +64,11 @@ TEST_F(PortSettings, AKeyThatIsNowhereFails)
 
 TEST_F(PortSettings, ATextIsNoNumber)
 {
-    write_file(settings_, std::string("[settings]\n") + orientation + "=upright\n");
+    write_file(settings_, std::string("[settings]\n") + kOrientation + "=upright\n");
     int value = 5;
-    EXPECT_LT(vconf_get_int(orientation, &value), 0);
+    EXPECT_LT(vconf_get_int(kOrientation, &value), 0);
     EXPECT_EQ(value, 5);
-    EXPECT_EQ(text_of(orientation), "upright");
+    EXPECT_EQ(text_of(kOrientation), "upright");
     EXPECT_THAT(log(), HasSubstr(settings_.string()));
 }
 
@@ -76,18 +76,18 @@ TEST_F(PortSettings, BadArgumentsAreRefused)
 {
     int value = 5;
     EXPECT_LT(vconf_get_int(nullptr, &value), 0);
-    EXPECT_LT(vconf_get_int(orientation, nullptr), 0);
+    EXPECT_LT(vconf_get_int(kOrientation, nullptr), 0);
     EXPECT_EQ(vconf_get_str(nullptr), nullptr);
     EXPECT_LT(vconf_notify_key_changed(nullptr, count, nullptr), 0);
-    EXPECT_LT(vconf_notify_key_changed(orientation, nullptr, nullptr), 0);
-    EXPECT_LT(vconf_ignore_key_changed(orientation, count), 0);
+    EXPECT_LT(vconf_notify_key_changed(kOrientation, nullptr, nullptr), 0);
+    EXPECT_LT(vconf_ignore_key_changed(kOrientation, count), 0);
 }
 
 TEST_F(PortSettings, AWrittenValueIsReadAtOnceAndKeepsTheRestOfTheFile)
 {
     write_file(settings_, "# mine\n[settings]\ndb/other=7\n");
-    vesk_port::write_setting(orientation, "1");
-    EXPECT_EQ(int_of(orientation), 1);
+    vesk_port::write_setting(kOrientation, "1");
+    EXPECT_EQ(int_of(kOrientation), 1);
     EXPECT_EQ(int_of("db/other"), 7);
     EXPECT_THAT(contents_of(settings_), HasSubstr("# mine"));
 }
@@ -96,31 +96,31 @@ TEST_F(PortSettings, AFileThatIsNoKeyFileIsNamedAndLeftAlone)
 {
     write_file(settings_, "no key file\n");
     int value = 5;
-    EXPECT_LT(vconf_get_int(orientation, &value), 0);
+    EXPECT_LT(vconf_get_int(kOrientation, &value), 0);
     EXPECT_THAT(log(), HasSubstr(settings_.string()));
-    EXPECT_THROW(vesk_port::write_setting(orientation, "1"), PortError);
+    EXPECT_THROW(vesk_port::write_setting(kOrientation, "1"), PortError);
     EXPECT_EQ(contents_of(settings_), "no key file\n");
 }
 
 TEST_F(PortSettings, AnotherProcessIsHeardOnTheMainLoop)
 {
     int calls = 0;
-    ASSERT_EQ(vconf_notify_key_changed(orientation, count, &calls), 0);
+    ASSERT_EQ(vconf_notify_key_changed(kOrientation, count, &calls), 0);
     ASSERT_EQ(veskctl({"settings", "set", "orientation", "portrait"}).exit_code, 0);
     EXPECT_EQ(calls, 0);
     ASSERT_TRUE(run_until([&] { return calls == 1; }));
-    EXPECT_EQ(int_of(orientation), 1);
+    EXPECT_EQ(int_of(kOrientation), 1);
 }
 
 TEST_F(PortSettings, OnlyARealChangeOfTheKeyIsReported)
 {
     int orientation_calls = 0;
     int language_calls = 0;
-    ASSERT_EQ(vconf_notify_key_changed(orientation, count, &orientation_calls), 0);
-    ASSERT_EQ(vconf_notify_key_changed(language, count, &language_calls), 0);
-    vesk_port::write_setting(orientation, "0"); /* its default */
-    vesk_port::write_setting(high_contrast, "1");
-    vesk_port::write_setting(language, "ko_KR.UTF-8");
+    ASSERT_EQ(vconf_notify_key_changed(kOrientation, count, &orientation_calls), 0);
+    ASSERT_EQ(vconf_notify_key_changed(kLanguage, count, &language_calls), 0);
+    vesk_port::write_setting(kOrientation, "0"); /* its default */
+    vesk_port::write_setting(kHighContrast, "1");
+    vesk_port::write_setting(kLanguage, "ko_KR.UTF-8");
     ASSERT_TRUE(run_until([&] { return language_calls == 1; }));
     EXPECT_EQ(orientation_calls, 0);
 }
@@ -128,8 +128,8 @@ TEST_F(PortSettings, OnlyARealChangeOfTheKeyIsReported)
 TEST_F(PortSettings, OwnWritesAreReportedFromTheMainLoopToo)
 {
     int calls = 0;
-    ASSERT_EQ(vconf_notify_key_changed(orientation, count, &calls), 0);
-    vesk_port::write_setting(orientation, "1");
+    ASSERT_EQ(vconf_notify_key_changed(kOrientation, count, &calls), 0);
+    vesk_port::write_setting(kOrientation, "1");
     EXPECT_EQ(calls, 0);
     EXPECT_TRUE(run_until([&] { return calls == 1; }));
 }
@@ -137,8 +137,8 @@ TEST_F(PortSettings, OwnWritesAreReportedFromTheMainLoopToo)
 TEST_F(PortSettings, TheWatchLastsThroughRenamesRemovalsAndPlainWrites)
 {
     int calls = 0;
-    ASSERT_EQ(vconf_notify_key_changed(orientation, count, &calls), 0);
-    const std::string portrait = std::string("[settings]\n") + orientation + "=1\n";
+    ASSERT_EQ(vconf_notify_key_changed(kOrientation, count, &calls), 0);
+    const std::string portrait = std::string("[settings]\n") + kOrientation + "=1\n";
     write_file(settings_, portrait);
     EXPECT_TRUE(run_until([&] { return calls == 1; })) << "made";
     fs::remove(settings_);
@@ -155,7 +155,7 @@ TEST_F(PortSettings, TheWatchWaitsForFoldersThatDoNotExistYet)
     const fs::path file = folder_ / "config" / "vesk" / "settings.ini";
     setenv("VESK_SETTINGS", file.c_str(), 1);
     int calls = 0;
-    ASSERT_EQ(vconf_notify_key_changed(orientation, count, &calls), 0);
+    ASSERT_EQ(vconf_notify_key_changed(kOrientation, count, &calls), 0);
     ASSERT_EQ(veskctl({"settings", "set", "orientation", "portrait"}).exit_code, 0);
     EXPECT_TRUE(run_until([&] { return calls == 1; }));
     fs::remove_all(folder_ / "config");
@@ -169,27 +169,27 @@ TEST_F(PortSettings, TheWatchWaitsForFoldersThatDoNotExistYet)
 TEST_F(PortSettings, AHalfWrittenFileIsNoChange)
 {
     int calls = 0;
-    ASSERT_EQ(vconf_notify_key_changed(orientation, count, &calls), 0);
-    vesk_port::write_setting(orientation, "1");
+    ASSERT_EQ(vconf_notify_key_changed(kOrientation, count, &calls), 0);
+    vesk_port::write_setting(kOrientation, "1");
     ASSERT_TRUE(run_until([&] { return calls == 1; }));
     write_file(settings_, "[sett");
     ASSERT_TRUE(run_until([&] { return log().find(settings_.string()) != std::string::npos; }));
-    write_file(settings_, std::string("[settings]\n") + orientation + "=2\n");
+    write_file(settings_, std::string("[settings]\n") + kOrientation + "=2\n");
     ASSERT_TRUE(run_until([&] { return calls == 2; }));
-    EXPECT_EQ(int_of(orientation), 2);
+    EXPECT_EQ(int_of(kOrientation), 2);
 }
 
 TEST_F(PortSettings, AWatchEndsWhereItIsIgnored)
 {
     int ended = 0;
     int lasting = 0;
-    ASSERT_EQ(vconf_notify_key_changed(orientation, count, &ended), 0);
-    EXPECT_LT(vconf_notify_key_changed(orientation, count, &lasting), 0) << "once for a key and callback";
-    ASSERT_EQ(vconf_notify_key_changed(language, count, &lasting), 0);
-    ASSERT_EQ(vconf_ignore_key_changed(orientation, count), 0);
-    EXPECT_LT(vconf_ignore_key_changed(orientation, count), 0);
-    vesk_port::write_setting(orientation, "1");
-    vesk_port::write_setting(language, "ko_KR");
+    ASSERT_EQ(vconf_notify_key_changed(kOrientation, count, &ended), 0);
+    EXPECT_LT(vconf_notify_key_changed(kOrientation, count, &lasting), 0) << "once for a key and callback";
+    ASSERT_EQ(vconf_notify_key_changed(kLanguage, count, &lasting), 0);
+    ASSERT_EQ(vconf_ignore_key_changed(kOrientation, count), 0);
+    EXPECT_LT(vconf_ignore_key_changed(kOrientation, count), 0);
+    vesk_port::write_setting(kOrientation, "1");
+    vesk_port::write_setting(kLanguage, "ko_KR");
     ASSERT_TRUE(run_until([&] { return lasting == 1; }));
     EXPECT_EQ(ended, 0);
 }
@@ -202,31 +202,31 @@ TEST_F(PortSettings, ACallbackMayEndWatchesItsOwnAsWell)
         ++calls;
         vesk_port::forget_setting_watches();
     };
-    ASSERT_EQ(vconf_notify_key_changed(orientation, end_all, nullptr), 0);
-    ASSERT_EQ(vconf_notify_key_changed(language, end_all, nullptr), 0);
-    write_file(settings_, std::string("[settings]\n") + orientation + "=1\n" + language + "=ko_KR\n");
+    ASSERT_EQ(vconf_notify_key_changed(kOrientation, end_all, nullptr), 0);
+    ASSERT_EQ(vconf_notify_key_changed(kLanguage, end_all, nullptr), 0);
+    write_file(settings_, std::string("[settings]\n") + kOrientation + "=1\n" + kLanguage + "=ko_KR\n");
     ASSERT_TRUE(run_until([&] { return calls > 0; }));
     EXPECT_EQ(calls, 1);
 }
 
 TEST_F(PortSettings, WordsStandForValues)
 {
-    EXPECT_EQ(vesk_port::setting_key("orientation"), orientation);
-    EXPECT_EQ(vesk_port::setting_key("high-contrast"), high_contrast);
-    EXPECT_EQ(vesk_port::setting_key(language), language);
-    EXPECT_EQ(vesk_port::setting_value(orientation, "portrait"), "1");
-    EXPECT_EQ(vesk_port::setting_value(orientation, "0"), "0");
-    EXPECT_EQ(vesk_port::setting_value(high_contrast, "on"), "1");
-    EXPECT_EQ(vesk_port::setting_value(language, "ckb_IQ.UTF-8"), "ckb_IQ.UTF-8");
-    EXPECT_EQ(vesk_port::setting_word(orientation, "1"), "portrait");
-    EXPECT_EQ(vesk_port::setting_word(orientation, "3"), "3");
+    EXPECT_EQ(vesk_port::setting_key("orientation"), kOrientation);
+    EXPECT_EQ(vesk_port::setting_key("high-contrast"), kHighContrast);
+    EXPECT_EQ(vesk_port::setting_key(kLanguage), kLanguage);
+    EXPECT_EQ(vesk_port::setting_value(kOrientation, "portrait"), "1");
+    EXPECT_EQ(vesk_port::setting_value(kOrientation, "0"), "0");
+    EXPECT_EQ(vesk_port::setting_value(kHighContrast, "on"), "1");
+    EXPECT_EQ(vesk_port::setting_value(kLanguage, "ckb_IQ.UTF-8"), "ckb_IQ.UTF-8");
+    EXPECT_EQ(vesk_port::setting_word(kOrientation, "1"), "portrait");
+    EXPECT_EQ(vesk_port::setting_word(kOrientation, "3"), "3");
 }
 
 TEST_F(PortSettings, UnknownWordsAreRefused)
 {
     EXPECT_THROW(vesk_port::setting_key("colour"), PortError);
     EXPECT_THROW(vesk_port::setting_key("db/a=b"), PortError);
-    EXPECT_THROW(vesk_port::setting_value(orientation, "upside-down"), PortError);
-    EXPECT_THROW(vesk_port::setting_value(high_contrast, "2"), PortError);
-    EXPECT_THROW(vesk_port::setting_value(language, "English"), PortError);
+    EXPECT_THROW(vesk_port::setting_value(kOrientation, "upside-down"), PortError);
+    EXPECT_THROW(vesk_port::setting_value(kHighContrast, "2"), PortError);
+    EXPECT_THROW(vesk_port::setting_value(kLanguage, "English"), PortError);
 }

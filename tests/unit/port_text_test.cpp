@@ -1,9 +1,9 @@
 /* Texts with arguments. */
 
+#include <cstring>
+
 #include "port_fixture.h"
 #include "string_util.h"
-
-#include <cstring>
 
 namespace {
 

@@ -3,10 +3,9 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <gmock/gmock.h>
 #include <iterator>
 #include <string>
-
-#include <gmock/gmock.h>
 
 #include "fake_platform.h"
 #include "vesk/device_table.h"

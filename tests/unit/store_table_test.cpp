@@ -8,7 +8,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 /* Read before any test has run. */
-static const int32_t count_after_loading = device_count;
+static const int32_t kCountAfterLoading = device_count;
 
 static_assert(std::is_same_v<decltype(gVeskTable), DeviceEntry[50]>);
 static_assert(offsetof(DeviceEntry, name) == 0 && sizeof(DeviceEntry::name) == 129);
@@ -47,7 +47,7 @@ using TableTest = StoreTest;
 
 TEST_F(TableTest, IsNotCountedBeforeTheFirstQuestion)
 {
-    EXPECT_EQ(count_after_loading, -1);
+    EXPECT_EQ(kCountAfterLoading, -1);
 }
 
 TEST_F(TableTest, IsHandedOutWithTheCountOfRowsInUse)

@@ -1,23 +1,27 @@
-#include "panel.h"
+#include "television/panel.h"
 
 #include <algorithm>
 #include <stdexcept>
 
-#include "bends.h"
 #include "desktop/gadget_host.h"
 #include "desktop/paths.h"
 #include "desktop/settings.h"
-#include "interpose.h"
-#include "reader.h"
 #include "system_info.h"
-#include "theme_variants.h"
+#include "television/efl/arrows.h"
+#include "television/efl/interpose.h"
+#include "television/efl/mending.h"
+#include "television/efl/places.h"
+#include "television/efl/redraw.h"
+#include "television/efl/widgets.h"
+#include "television/reader/reader.h"
+#include "television/theme_variants.h"
 #include "vconf.h"
 
 namespace vesk {
 
 namespace {
 
-constexpr const char *kOrientation = vesk_port::orientation_setting.key;
+constexpr const char *kOrientation = vesk_port::kOrientationSetting.key;
 constexpr double kFirstWindowShare = 2.0 / 3.0; /* of the panel's size */
 
 bool portrait_setting()
@@ -71,7 +75,7 @@ Panel::Panel(const Toolkit &toolkit) : toolkit_(toolkit), portrait_(portrait_set
     fit();
     evas_object_show(window_);
     evas_object_show(top_);
-    bends::begin(window_);
+    efl::begin(window_);
     vesk_port::set_gadget_window(window_);
     vconf_notify_key_changed(kOrientation, turn_by_setting, this);
 }
@@ -81,7 +85,7 @@ Panel::~Panel()
     vconf_ignore_key_changed(kOrientation, turn_by_setting);
     vesk_port::set_gadget_window(nullptr);
     take_keys(false);
-    bends::end();
+    efl::end();
     evas_object_del(window_);
     evas_object_del(top_);
     settle();
@@ -104,9 +108,9 @@ void Panel::make_windows()
     if (!picture_)
         throw std::runtime_error("The panel cannot be drawn on this display; try --no-display.");
     evas_object_show(picture_);
-    bends::draw_changes_only(canvas());
+    efl::draw_changes_only(canvas());
     if (!toolkit_.options().display)
-        bends::draw_changes_only(evas_object_evas_get(top_));
+        efl::draw_changes_only(evas_object_evas_get(top_));
     elm_win_focus_highlight_enabled_set(window_, EINA_TRUE); /* without it a row that loses the focus keeps its look */
 
     const auto refit = [](void *panel, Evas *, Evas_Object *, void *) { static_cast<Panel *>(panel)->fit(); };
@@ -179,8 +183,8 @@ void Panel::turn(bool portrait)
     portrait_ = portrait;
     take_form();
     evas_object_resize(window_, width(), height());
-    for (auto *popup : bends::shown_popups())
-        bends::lay_out_again(popup);
+    for (auto *popup : efl::shown_popups())
+        efl::lay_out_again(popup);
     int window_width = 0;
     int window_height = 0;
     evas_object_geometry_get(top_, nullptr, nullptr, &window_width, &window_height);
@@ -200,12 +204,12 @@ void Panel::key_down(const std::string &key)
 {
     reader::key_came();
     /* On hold, the event passes through the gadget's own handlers, and the toolkit does nothing with it. */
-    const bool held = bends::holds(key);
+    const bool held = efl::holds(key);
     evas_event_default_flags_set(canvas(), held ? EVAS_EVENT_FLAG_ON_HOLD : EVAS_EVENT_FLAG_NONE);
     evas_event_feed_key_down(canvas(), key.c_str(), key.c_str(), key_text(key), nullptr, now_ms(), nullptr);
     evas_event_default_flags_set(canvas(), EVAS_EVENT_FLAG_NONE);
     if (held)
-        bends::move(key);
+        efl::move(key);
 }
 
 void Panel::key_up(const std::string &key)
@@ -245,7 +249,7 @@ Evas_Object *Panel::focused() const
 int Panel::focused_row() const
 {
     auto *list = focused();
-    if (!list || !bends::is_list(list))
+    if (!list || !efl::is_list(list))
         return -1;
     auto *row = elm_object_focused_item_get(list);
     return row ? elm_genlist_item_index_get(row) - 1 : -1;

@@ -1,24 +1,23 @@
-#include "toolkit.h"
+#include "television/toolkit.h"
 
+#include <Ecore_Evas.h>
+#include <Efreet.h>
+#include <Elementary.h>
 #include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <dlfcn.h>
+#include <glib.h>
 #include <mutex>
 #include <stdexcept>
 #include <string>
 #include <sys/select.h>
 #include <utility>
 
-#include <Ecore_Evas.h>
-#include <Efreet.h>
-#include <Elementary.h>
-#include <glib.h>
-
 #include "desktop/log.h"
 #include "desktop/paths.h"
-#include "glib_sources.h"
+#include "television/main_loops.h"
 
 namespace vesk {
 

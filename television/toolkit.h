@@ -1,10 +1,9 @@
 #pragma once
 /* The widget toolkit of this process: started quietly, with the television's look, and stopped in the end. */
 
+#include <Ecore.h>
 #include <filesystem>
 #include <functional>
-
-#include <Ecore.h>
 
 namespace vesk {
 

@@ -3,11 +3,11 @@
    before the last. So they are told so, and the swap hands out the same buffer again. To see it: the time from a key to
    its frame (make bench), or the updated areas of EVAS_CALLBACK_RENDER_POST. */
 
-#include "bends.h"
+#include "television/efl/redraw.h"
 
 #include <Evas_Engine_Buffer.h>
 
-namespace vesk::bends {
+namespace vesk::efl {
 
 void draw_changes_only(Evas *canvas)
 {
@@ -16,4 +16,4 @@ void draw_changes_only(Evas *canvas)
     evas_engine_info_set(canvas, reinterpret_cast<Evas_Engine_Info *>(info));
 }
 
-} // namespace vesk::bends
+} // namespace vesk::efl

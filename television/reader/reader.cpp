@@ -1,10 +1,10 @@
-#include "reader.h"
+#include "television/reader/reader.h"
 
 #include <cstdlib>
 #include <libintl.h>
 #include <map>
 
-#include "bends.h"
+#include "television/efl/widgets.h"
 
 namespace vesk::reader {
 
@@ -88,7 +88,7 @@ std::string text_of_row(Elm_Object_Item *row)
 std::string text_of_widget(Evas_Object *widget)
 {
     auto text = asked(widget);
-    if (!text.empty() || bends::is_list(widget))
+    if (!text.empty() || efl::is_list(widget))
         return text;
     return text_or_empty(elm_object_text_get(widget)) + ", " + dgettext("ug-VeskUG-efl", "TV_SID_BUTTON");
 }
@@ -96,7 +96,7 @@ std::string text_of_widget(Evas_Object *widget)
 void read(const Evas_Object *window)
 {
     auto *widget = elm_object_focused_object_get(window);
-    if (widget != resting.widget || !bends::may_focus(widget)) {
+    if (widget != resting.widget || !efl::may_focus(widget)) {
         resting = {}; /* it may come back to the same place */
         return;
     }
@@ -158,9 +158,9 @@ void say(const char *text)
 void focus_rests(Evas_Object *window)
 {
     auto *widget = elm_object_focused_object_get(window);
-    if (!is_on() || !bends::may_focus(widget))
+    if (!is_on() || !efl::may_focus(widget))
         return;
-    const Subject now{widget, bends::is_list(widget) ? elm_object_focused_item_get(widget) : nullptr};
+    const Subject now{widget, efl::is_list(widget) ? elm_object_focused_item_get(widget) : nullptr};
     if (now == resting)
         return;
     resting = now;

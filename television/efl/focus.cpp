@@ -1,10 +1,13 @@
 /* Something that may have the focus has it, and gets the keys. */
 
-#include "bends.h"
+#include "television/efl/focus.h"
 
 #include <algorithm>
 
-namespace vesk::bends {
+#include "television/efl/mending.h"
+#include "television/efl/widgets.h"
+
+namespace vesk::efl {
 
 namespace {
 
@@ -245,4 +248,4 @@ bool keep_focus()
     return true;
 }
 
-} // namespace vesk::bends
+} // namespace vesk::efl

@@ -1,4 +1,4 @@
-#include "settings_overlay.h"
+#include "television/settings_overlay.h"
 
 #include <map>
 

@@ -1,10 +1,9 @@
-#include "glib_sources.h"
+#include "television/main_loops.h"
 
 #include <algorithm>
-#include <vector>
-
 #include <glib.h>
 #include <sys/time.h>
+#include <vector>
 
 namespace vesk {
 

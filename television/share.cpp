@@ -1,4 +1,4 @@
-#include "share.h"
+#include "television/share.h"
 
 #include <array>
 #include <string_view>

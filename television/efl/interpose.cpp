@@ -2,20 +2,20 @@
    a shared object looks a function up; each function here does the host's part and passes the call on. Other libraries'
    calls come by as well, and are passed on as they are. */
 
-#include "interpose.h"
+#include "television/efl/interpose.h"
 
+#include <Elementary.h>
 #include <dlfcn.h>
 #include <filesystem>
 
-#include <Elementary.h>
-
-#include "bends.h"
 #include "desktop/text.h"
-#include "gadget.h"
-#include "reader.h"
-#include "settings_overlay.h"
-#include "share.h"
-#include "toolkit.h"
+#include "television/efl/focus.h"
+#include "television/efl/widgets.h"
+#include "television/gadget.h"
+#include "television/reader/reader.h"
+#include "television/settings_overlay.h"
+#include "television/share.h"
+#include "television/toolkit.h"
 #include "vconf.h"
 
 namespace {
@@ -71,7 +71,7 @@ Evas_Object *elm_popup_add(Evas_Object *parent)
     static const auto next = behind(&elm_popup_add, "elm_popup_add");
     auto *popup = next(parent);
     if (popup)
-        vesk::bends::popup_added(popup);
+        vesk::efl::popup_added(popup);
     return popup;
 }
 
@@ -80,7 +80,7 @@ Evas_Object *elm_genlist_add(Evas_Object *parent)
     static const auto next = behind(&elm_genlist_add, "elm_genlist_add");
     auto *list = next(parent);
     if (list)
-        vesk::bends::key_taker_added(list);
+        vesk::efl::key_taker_added(list);
     return list;
 }
 
@@ -89,7 +89,7 @@ Evas_Object *elm_button_add(Evas_Object *parent)
     static const auto next = behind(&elm_button_add, "elm_button_add");
     auto *button = next(parent);
     if (button)
-        vesk::bends::key_taker_added(button);
+        vesk::efl::key_taker_added(button);
     return button;
 }
 
@@ -98,14 +98,14 @@ Evas_Object *elm_check_add(Evas_Object *parent)
     static const auto next = behind(&elm_check_add, "elm_check_add");
     auto *check = next(parent);
     if (check)
-        vesk::bends::check_added(check, parent);
+        vesk::efl::check_added(check, parent);
     return check;
 }
 
 void elm_object_focus_set(Evas_Object *object, Eina_Bool focus)
 {
     if (!is_toolkit(__builtin_return_address(0)))
-        vesk::bends::focus_asked(object, focus);
+        vesk::efl::focus_asked(object, focus);
     PASS_ON(elm_object_focus_set, object, focus);
 }
 
@@ -114,13 +114,13 @@ void elm_object_focus_allow_set(Evas_Object *object, Eina_Bool allow)
     static const auto next = behind(&elm_object_focus_allow_set, "elm_object_focus_allow_set");
     next(object, allow);
     if (!allow)
-        vesk::bends::focus_forbidden(object);
+        vesk::efl::focus_forbidden(object);
 }
 
 void elm_object_item_focus_set(Elm_Object_Item *item, Eina_Bool focus)
 {
     if (!is_toolkit(__builtin_return_address(0)))
-        vesk::bends::row_asked(item, focus);
+        vesk::efl::row_asked(item, focus);
     PASS_ON(elm_object_item_focus_set, item, focus);
 }
 

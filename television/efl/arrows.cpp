@@ -3,14 +3,18 @@
    can be focused. To see it: press Right on a row, Up on the first row, Left in a confirmation, any arrow while a toast
    has forbidden the focus to everything. */
 
-#include "bends.h"
+#include "television/efl/arrows.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <optional>
 
-namespace vesk::bends {
+#include "television/efl/focus.h"
+#include "television/efl/mending.h"
+#include "television/efl/widgets.h"
+
+namespace vesk::efl {
 
 namespace {
 
@@ -153,4 +157,4 @@ void move(const std::string &key)
         elm_object_focus_set(next, EINA_TRUE);
 }
 
-} // namespace vesk::bends
+} // namespace vesk::efl

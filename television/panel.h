@@ -15,13 +15,12 @@
  * Several panels, and several gadgets on one panel, may follow each other in a process. Everything belongs to the
  * main-loop thread. Coordinates and sizes are pixels of the panel. */
 
+#include <Elementary.h>
 #include <filesystem>
 #include <functional>
 #include <string>
 
-#include <Elementary.h>
-
-#include "toolkit.h"
+#include "television/toolkit.h"
 
 namespace vesk {
 

@@ -4,9 +4,8 @@
 #include <cstdio>
 #include <deque>
 #include <filesystem>
-#include <string>
-
 #include <glib.h>
+#include <string>
 
 namespace vesk {
 

@@ -1,8 +1,11 @@
-#include "bends.h"
+#include "television/efl/mending.h"
 
-#include "reader.h"
+#include "television/efl/contrast.h"
+#include "television/efl/focus.h"
+#include "television/efl/places.h"
+#include "television/reader/reader.h"
 
-namespace vesk::bends {
+namespace vesk::efl {
 
 namespace {
 
@@ -40,4 +43,4 @@ Evas_Object *window()
     return mended_window;
 }
 
-} // namespace vesk::bends
+} // namespace vesk::efl

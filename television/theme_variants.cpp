@@ -1,12 +1,11 @@
-#include "theme_variants.h"
+#include "television/theme_variants.h"
 
+#include <Edje.h>
 #include <memory>
 #include <string>
 #include <string_view>
 
-#include <Edje.h>
-
-#include "toolkit.h"
+#include "television/toolkit.h"
 
 namespace vesk {
 

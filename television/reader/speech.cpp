@@ -1,8 +1,7 @@
-#include "speech.h"
+#include "television/reader/speech.h"
 
 #include <csignal>
 #include <stdexcept>
-
 #include <sys/wait.h>
 
 namespace vesk {

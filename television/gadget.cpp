@@ -1,4 +1,4 @@
-#include "gadget.h"
+#include "television/gadget.h"
 
 #include <cstring>
 #include <dlfcn.h>
@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "bends.h"
 #include "desktop/gadget_host.h"
+#include "television/efl/widgets.h"
 
 namespace vesk {
 
@@ -151,7 +151,7 @@ void Gadget::unload()
 
 void Gadget::end_module()
 {
-    bends::clear_window(); /* a toast outlives its screen, and the toolkit would call back into the unloaded module */
+    efl::clear_window(); /* a toast outlives its screen, and the toolkit would call back into the unloaded module */
     module_.exit(&operations_);
     operations_ = {};
     panel_.settle(); /* deletions and short timers that still hold the module's functions */

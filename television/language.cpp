@@ -1,5 +1,6 @@
-#include "language.h"
+#include "television/language.h"
 
+#include <Elementary.h>
 #include <algorithm>
 #include <array>
 #include <clocale>
@@ -7,8 +8,6 @@
 #include <filesystem>
 #include <string_view>
 #include <vector>
-
-#include <Elementary.h>
 
 #include "desktop/paths.h"
 

@@ -1,11 +1,14 @@
 /* Which widgets there are on the panel, and what keys may do with them. */
 
-#include "bends.h"
+#include "television/efl/widgets.h"
 
 #include <algorithm>
 #include <cstring>
 
-namespace vesk::bends {
+#include "television/efl/focus.h"
+#include "television/efl/mending.h"
+
+namespace vesk::efl {
 
 namespace {
 
@@ -127,4 +130,4 @@ void clear_window()
         evas_object_del(object);
 }
 
-} // namespace vesk::bends
+} // namespace vesk::efl

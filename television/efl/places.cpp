@@ -3,14 +3,18 @@
    meant for a popup of the drop-down's size; one of the panel's size shows the drop-down in its middle, far from its
    row. To see it: Arabic, a board or portrait, Return on a row. */
 
-#include "bends.h"
+#include "television/efl/places.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <string>
 #include <string_view>
 
-namespace vesk::bends {
+#include "television/efl/mending.h"
+#include "television/efl/widgets.h"
+
+namespace vesk::efl {
 
 namespace {
 
@@ -114,4 +118,4 @@ void keep_on_panel()
         evas_object_move(popup, place.x, place.y);
 }
 
-} // namespace vesk::bends
+} // namespace vesk::efl

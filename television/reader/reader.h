@@ -6,10 +6,9 @@
  * the callbacks that it sets are remembered and asked when the focus comes to rest. interpose.cpp passes the calls on.
  */
 
+#include <Elementary.h>
 #include <functional>
 #include <string>
-
-#include <Elementary.h>
 
 namespace vesk::reader {
 

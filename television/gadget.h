@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "panel.h"
+#include "television/panel.h"
 #include "ui_gadget.h"
 #include "vconf.h"
 

@@ -1,0 +1,37 @@
+#pragma once
+/* Where the registered devices come from: what stands behind the calls of rdm.h. */
+
+#include <functional>
+#include <string_view>
+#include <vector>
+
+#include "device.h"
+
+namespace vesk_port {
+
+/* One service, open as long as the object lives. All of it belongs to the main loop's thread. The functions throw
+ * PortError with a sentence where they fail. */
+class DeviceService {
+public:
+    DeviceService() = default;
+    virtual ~DeviceService() = default;
+    DeviceService(const DeviceService &) = delete;
+    DeviceService &operator=(const DeviceService &) = delete;
+
+    /* What a panel can show, in the service's order. */
+    virtual std::vector<Device> list() = 0;
+
+    /* `status` is 0 (allow) or 1 (deny). */
+    virtual void set_status(std::string_view mac, MacKind kind, int32_t status) = 0;
+    virtual void remove(std::string_view mac, MacKind kind) = 0;
+
+    /* Removes what list() lists. */
+    virtual void remove_all() = 0;
+
+    /* `changed` is called from the main loop (GLib's default context) when list() may answer something else than
+     * before, never inside another call of this object. Several changes may come as one call, and a call may come
+     * without a change. */
+    virtual void on_changed(std::function<void()> changed) = 0;
+};
+
+} // namespace vesk_port

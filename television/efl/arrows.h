@@ -1,0 +1,16 @@
+#pragma once
+/* The arrows of the remote, which the toolkit follows in part only. */
+
+#include <Elementary.h>
+#include <string>
+
+namespace vesk::efl {
+
+/* Whether the toolkit must keep its hands off this key: arrows are moved by move(), and with nothing on the screen
+   that may be focused every key is only heard, never obeyed. Called before the key is given to the canvas. */
+bool holds(const std::string &key);
+
+/* Moves the focus as the arrow `key` says; other keys do nothing. Called after the key was given to the canvas. */
+void move(const std::string &key);
+
+} // namespace vesk::efl
