@@ -18,6 +18,8 @@ foreach(TEST_SOURCE IN LISTS SCREEN_TESTS)
   add_dependencies(screen_${TEST_NAME} vesk_theme vesk_pictures vesk_catalogues vesk_profiles)
 endforeach()
 
+target_compile_definitions(screen_states_test PRIVATE STATES_DOCUMENT="${PROJECT_SOURCE_DIR}/docs/states.md")
+
 # It looks at calls that the host has functions of the same name for.
 target_link_options(screen_focus_calls_test PRIVATE LINKER:--wrap=elm_object_focus_set
   LINKER:--wrap=elm_object_focus_allow_set)

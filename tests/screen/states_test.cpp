@@ -33,7 +33,7 @@ std::string trimmed(const std::string &text)
 /* The rows of the table under a heading, its own heading first. */
 std::vector<std::vector<std::string>> table_under(const std::string &heading)
 {
-    std::ifstream document(std::filesystem::path(__FILE__).parent_path() / "../../docs/states.md");
+    std::ifstream document(STATES_DOCUMENT);
     std::vector<std::vector<std::string>> rows;
     bool under = false;
     for (std::string line; std::getline(document, line);) {
