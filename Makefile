@@ -16,7 +16,7 @@ run: packages-run build-run
 	@$(HOST) $(ARGS)
 
 test: packages-test build-release
-	@ctest --preset release $(ARGS)
+	@tools/run-tests.sh --preset release $(ARGS)
 
 bench: packages-test build-release
 	@$(RELEASE)/bin/vesk-bench $(ARGS)

@@ -14,7 +14,7 @@ foreach(locale IN LISTS locales)
   add_test(NAME catalogue.${locale} COMMAND ${catalogues} check ${locale})
   list(APPEND tests catalogue.${locale})
 endforeach()
-set_tests_properties(${tests} PROPERTIES LABELS unit)
+set_tests_properties(${tests} PROPERTIES LABELS unit ${VESK_NO_SKIPPED_TEST})
 
 vesk_add_test(catalogue_lookup_test SOURCES ${PROJECT_SOURCE_DIR}/tests/unit/catalogue_lookup_test.cpp LABEL unit)
 target_compile_definitions(catalogue_lookup_test PRIVATE

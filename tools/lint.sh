@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Format and lint of the C++ sources, and the words that a project about itself does not use.
+# Format and lint of the C++ sources.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 if [ "${1-}" = "--help" ]; then
-    echo "usage: tools/lint.sh        check the format of all sources and lint the module, the port and the host"
+    echo "usage: tools/lint.sh        check the format of all sources and lint them"
     echo "       tools/lint.sh --fix  bring all sources into the project's format"
     exit 0
 fi
@@ -16,6 +16,6 @@ if [ "${1-}" = "--fix" ]; then
 fi
 clang-format --dry-run --Werror "${sources[@]}"
 
-mapfile -t linted < <(git ls-files 'src/*.cpp' 'common/*.cpp' 'platform/*.cpp' 'television/*.cpp' 'host/*.cpp' 'tools/*.cpp')
-printf '%s\n' "${linted[@]}" | xargs -P "$(nproc)" -n 4 clang-tidy -p build/release --quiet --warnings-as-errors='*' 2>/dev/null
+printf '%s\n' "${sources[@]}" | grep '\.cpp$' |
+    xargs -P "$(nproc)" -n 4 clang-tidy -p build/release --quiet --warnings-as-errors='*' 2>/dev/null
 echo "format and lint: ${#sources[@]} sources, no finding"

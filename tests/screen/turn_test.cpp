@@ -142,7 +142,7 @@ struct EveryScreenTest : TurnTest, testing::WithParamInterface<std::tuple<bool, 
         ASSERT_TRUE(b_edit_status);
         if (place() == Place::edit)
             return;
-        press({"Return"});
+        press("Return");
         ASSERT_EQ(g_selected_count, 1);
         if (place() == Place::edit_marked)
             return;
