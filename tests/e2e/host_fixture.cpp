@@ -2,6 +2,7 @@
 
 #include <csignal>
 #include <fcntl.h>
+#include <iostream>
 #include <sstream>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -42,6 +43,10 @@ HostTest::~HostTest()
         waitpid(pid_, nullptr, 0);
     }
     unsetenv("TMPDIR");
+    if (HasFailure())
+        std::cerr << "--- the host's log\n"
+                  << host_log() << "--- its standard error\n"
+                  << contents_of(folder_ / "err") << "---\n";
 }
 
 void HostTest::spawn(std::vector<std::string> arguments)
