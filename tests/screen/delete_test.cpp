@@ -1,16 +1,13 @@
 /* The confirmation of a deletion, and the deletion. */
 
 #include <algorithm>
-#include <dlfcn.h>
 #include <gmock/gmock.h>
 
 #include "canvas_parts.h"
 #include "desktop/port_failures.h"
 #include "dlog.h"
 #include "edit_fixture.h"
-#include "own_texts.h"
-#include "rdm.h"
-#include "toolkit_calls.h"
+#include "spy.h"
 #include "ug/module.h"
 #include "vesk/device_actions.h"
 
@@ -18,28 +15,19 @@ using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/* What the service was asked to remove, in order: addresses, and "all". */
-static std::vector<std::string> removals;
-
-extern "C" int rdm_remove_device(const char *mac, int mac_kind)
-{
-    static const auto next = reinterpret_cast<decltype(&rdm_remove_device)>(dlsym(RTLD_NEXT, "rdm_remove_device"));
-    removals.emplace_back(mac);
-    return next(mac, mac_kind);
-}
-
-extern "C" int rdm_remove_all(void)
-{
-    static const auto next = reinterpret_cast<decltype(&rdm_remove_all)>(dlsym(RTLD_NEXT, "rdm_remove_all"));
-    removals.emplace_back("all");
-    return next();
-}
-
 namespace {
 
 struct DeleteTest : EditTest {
-    DeleteTest() { removals.clear(); }
-    ~DeleteTest() override { own_texts.clear(); }
+    /* What the service was asked to remove, in order: addresses, and "all". */
+    static std::vector<std::string> removals()
+    {
+        std::vector<std::string> asked;
+        for (const spy::Call &call : spy::journal()) {
+            if (call.function.starts_with("rdm_remove_"))
+                asked.push_back(call.text);
+        }
+        return asked;
+    }
 
     Evas_Object *answer(const char *part) { return elm_object_part_content_get(app()->delete_popup, part); }
     Evas_Object *yes() { return answer("button1"); }
@@ -80,7 +68,7 @@ TEST_F(DeleteTest, TheConfirmationAsksWithNoAsItsDefault)
     turn_over({1});
     b_delete_popup_entered = true;
     forget();
-    forget_calls();
+    spy::forget();
     ask_for_deletion();
     EXPECT_FALSE(b_delete_popup_entered);
     EXPECT_STREQ(elm_object_style_get(app()->delete_popup), "P_PopupBasicBottom_02");
@@ -93,7 +81,7 @@ TEST_F(DeleteTest, TheConfirmationAsksWithNoAsItsDefault)
     EXPECT_EQ(text_of(yes()), translated("COM_TV_SID_YES"));
     EXPECT_EQ(text_of(no()), translated("COM_TV_SID_NO"));
     EXPECT_EQ(focused(), no());
-    EXPECT_THAT(signals_to(app()->base), ElementsAre("theme,dimmed,percent,50|"));
+    EXPECT_THAT(spy::signals_to(app()->base), ElementsAre("theme,dimmed,percent,50|"));
     EXPECT_EQ(logged("Enter"), 1);
     EXPECT_EQ(logged("Exit"), 1);
 }
@@ -128,7 +116,7 @@ TEST_F(DeleteTest, ALongQuestionIsCut)
 {
     open_edit(2);
     turn_over({0});
-    own_texts["COM_SID_DELETE_SELECTED_DEVICES"].assign(400, 'x');
+    spy::overrides().texts["COM_SID_DELETE_SELECTED_DEVICES"].assign(400, 'x');
     ask_for_deletion();
     const std::string text = text_of(elm_object_content_get(app()->delete_popup));
     EXPECT_EQ(text.size(), 299u);
@@ -165,7 +153,7 @@ TEST_F(DeleteTest, AskingAgainPutsANewConfirmationInThePlaceOfTheFirst)
     EXPECT_EQ(confirmations(), 0u);
     EXPECT_EQ(app()->delete_popup, nullptr);
     EXPECT_EQ(focused(), app()->genlist);
-    EXPECT_THAT(removals, IsEmpty());
+    EXPECT_THAT(removals(), IsEmpty());
 }
 
 TEST_F(DeleteTest, AScreenThatIsBuiltAnewOnTheSameRecordAsksAgain)
@@ -200,12 +188,12 @@ TEST_F(DeleteTest, TheSameKeyTwiceNeverDeletes)
         panel().settle();
         EXPECT_LE(confirmations(), 1u) << product;
         EXPECT_TRUE(b_edit_status);
-        EXPECT_THAT(removals, IsEmpty());
+        EXPECT_THAT(removals(), IsEmpty());
         EXPECT_THAT(marked(), ElementsAre(1));
         if (app()->delete_popup)
             press("Return");
         EXPECT_EQ(confirmations(), 0u) << product;
-        EXPECT_THAT(removals, IsEmpty());
+        EXPECT_THAT(removals(), IsEmpty());
         close();
         reset_module_state();
     }
@@ -241,7 +229,7 @@ TEST_F(DeleteTest, ReturnAnyNumberOfTimesNeverDeletes)
             panel().settle();
     }
     panel().settle();
-    EXPECT_THAT(removals, IsEmpty());
+    EXPECT_THAT(removals(), IsEmpty());
     EXPECT_EQ(registered().size(), 5u);
     EXPECT_TRUE(running());
 }
@@ -254,7 +242,7 @@ TEST_F(DeleteTest, ReturnAfterTheConfirmationHasSettledDeletesNothingEither)
     panel().settle();
     press("Return");
     EXPECT_EQ(app()->delete_popup, nullptr);
-    EXPECT_THAT(removals, IsEmpty());
+    EXPECT_THAT(removals(), IsEmpty());
 }
 
 TEST_F(DeleteTest, NoBackAndCloseDismiss)
@@ -264,10 +252,10 @@ TEST_F(DeleteTest, NoBackAndCloseDismiss)
     for (const char *key : {"Return", "XF86Back", "XF86Close", "XF86BackForward", "XF86CloseAll"}) {
         ask_for_deletion();
         forget();
-        forget_calls();
+        spy::forget();
         press(key);
         EXPECT_EQ(app()->delete_popup, nullptr) << key;
-        EXPECT_THAT(signals_to(app()->base), ElementsAre("theme,undim|")) << key;
+        EXPECT_THAT(spy::signals_to(app()->base), ElementsAre("theme,undim|")) << key;
         EXPECT_TRUE(b_edit_status);
         EXPECT_TRUE(running());
         EXPECT_THAT(marked(), ElementsAre(1, 3));
@@ -279,7 +267,7 @@ TEST_F(DeleteTest, NoBackAndCloseDismiss)
             EXPECT_EQ(logged("Exit"), 1);
         }
     }
-    EXPECT_THAT(removals, IsEmpty());
+    EXPECT_THAT(removals(), IsEmpty());
 }
 
 TEST_F(DeleteTest, ATouchOnNoDismisses)
@@ -289,7 +277,7 @@ TEST_F(DeleteTest, ATouchOnNoDismisses)
     ask_for_deletion();
     tap(no());
     EXPECT_EQ(app()->delete_popup, nullptr);
-    EXPECT_THAT(removals, IsEmpty());
+    EXPECT_THAT(removals(), IsEmpty());
     press("Down");
     EXPECT_EQ(focused_row(), 0);
 }
@@ -339,7 +327,7 @@ TEST_F(DeleteTest, OneOfFive)
     ask_for_deletion();
     forget();
     answer_yes();
-    EXPECT_THAT(removals, ElementsAre(before[2].bt_mac));
+    EXPECT_THAT(removals(), ElementsAre(before[2].bt_mac));
     EXPECT_THAT(service_names(), ElementsAre("Phone 1", "Phone 2", "Phone 4", "Phone 5"));
     EXPECT_EQ(logged("[VESKAUTOTC][DELETE]"), 1);
     EXPECT_FALSE(b_edit_status);
@@ -359,7 +347,7 @@ TEST_F(DeleteTest, TwoOfFiveTheHighestRowFirst)
     ask_for_deletion();
     forget();
     answer_yes();
-    EXPECT_THAT(removals, ElementsAre(before[3].bt_mac, before[1].bt_mac));
+    EXPECT_THAT(removals(), ElementsAre(before[3].bt_mac, before[1].bt_mac));
     EXPECT_THAT(service_names(), ElementsAre("Phone 1", "Phone 3", "Phone 5"));
     EXPECT_EQ(logged("[VESKAUTOTC][DELETE]"), 2);
     EXPECT_THAT(spoken(), ElementsAre(toast_marker("2")));
@@ -373,7 +361,7 @@ TEST_F(DeleteTest, AllOfFiveInOneCall)
     forget();
     answer_yes();
     EXPECT_TRUE(closed_itself());
-    EXPECT_THAT(removals, ElementsAre("all"));
+    EXPECT_THAT(removals(), ElementsAre("all"));
     EXPECT_THAT(registered(), IsEmpty());
     EXPECT_EQ(logged("Removing all [5] devices and list is empty"), 1);
     const auto line = std::ranges::find(log(), "Removing all [5] devices and list is empty", &LogLine::message);
@@ -389,7 +377,7 @@ TEST_F(DeleteTest, AllOfFiveMarkedByHandIsOneCallToo)
     ask_for_deletion();
     answer_yes();
     EXPECT_TRUE(closed_itself());
-    EXPECT_THAT(removals, ElementsAre("all"));
+    EXPECT_THAT(removals(), ElementsAre("all"));
 }
 
 TEST_F(DeleteTest, AllOfFifty)
@@ -398,7 +386,7 @@ TEST_F(DeleteTest, AllOfFifty)
     press({"Right", "Return", "Down", "Return"});
     answer_yes();
     EXPECT_TRUE(closed_itself());
-    EXPECT_THAT(removals, ElementsAre("all"));
+    EXPECT_THAT(removals(), ElementsAre("all"));
     EXPECT_THAT(registered(), IsEmpty());
     EXPECT_EQ(logged("Removing all [50] devices and list is empty"), 1);
 }
@@ -411,7 +399,7 @@ TEST_F(DeleteTest, FortyNineOfFifty)
     ask_for_deletion();
     forget();
     answer_yes();
-    EXPECT_EQ(removals.size(), 49u);
+    EXPECT_EQ(removals().size(), 49u);
     EXPECT_THAT(service_names(), ElementsAre("Phone 21"));
     EXPECT_TRUE(running());
     EXPECT_THAT(spoken(), ElementsAre(toast_marker("49")));
@@ -425,7 +413,7 @@ TEST_F(DeleteTest, AnEmptyTableIsRemovedInOneCallToo)
     forget();
     device_count = 0;
     _deletebutton_cb(app(), yes(), nullptr);
-    EXPECT_THAT(removals, ElementsAre("all"));
+    EXPECT_THAT(removals(), ElementsAre("all"));
     EXPECT_EQ(logged("Removing all [0] devices and list is empty"), 1);
     EXPECT_TRUE(closed_itself());
 }
@@ -436,7 +424,7 @@ TEST_F(DeleteTest, NothingMarkedDeletesNothing)
     click(app()->close_button);
     panel().settle();
     answer_yes();
-    EXPECT_THAT(removals, IsEmpty());
+    EXPECT_THAT(removals(), IsEmpty());
     EXPECT_EQ(registered().size(), 3u);
     EXPECT_THAT(spoken().back(), toast_marker("0"));
 }
@@ -449,7 +437,7 @@ TEST_F(DeleteTest, AServiceThatRefusesOneKeepsItInTheList)
     forget();
     vesk_port::set_failures("rdm_remove_device=-5@3");
     answer_yes();
-    EXPECT_EQ(removals.size(), 3u);
+    EXPECT_EQ(removals().size(), 3u);
     EXPECT_EQ(logged("[VESKAUTOTC][DELETE]"), 2);
     EXPECT_THAT(names(), ElementsAre(shown_name("Phone 1"), shown_name("Phone 2"), shown_name("Phone 4")));
     EXPECT_THAT(spoken(), ElementsAre(toast_marker("3"))) << "what was marked, whatever the service made of it";

@@ -1,7 +1,6 @@
 /* Sizes and texts of the detail popup's table, in both layouts and both widths. */
 
 #include <cstdlib>
-#include <dlfcn.h>
 #include <dlog.h>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -9,27 +8,11 @@
 
 #include "desktop/port_failures.h"
 #include "details.h"
-#include "own_texts.h"
+#include "spy.h"
 #include "ug/detail_popup.h"
 #include "ug/settings_watch.h"
 
 using testing::HasSubstr;
-
-namespace {
-
-/* The minimum sizes that labels have been given. A label measures itself afterwards, and the hint is its own then. */
-std::vector<std::pair<int, int>> label_sizes;
-
-} // namespace
-
-extern "C" void evas_object_size_hint_min_set(Evas_Object *object, Evas_Coord width, Evas_Coord height)
-{
-    static const auto next =
-        reinterpret_cast<decltype(&evas_object_size_hint_min_set)>(dlsym(RTLD_NEXT, "evas_object_size_hint_min_set"));
-    if (std::string(evas_object_type_get(object)) == "elm_label")
-        label_sizes.emplace_back(width, height);
-    next(object, width, height);
-}
 
 namespace {
 
@@ -108,12 +91,7 @@ struct Product {
 };
 
 struct GeometryTest : DetailsTest {
-    GeometryTest()
-    {
-        own_texts.clear();
-        register_devices({with_services("Phone", 5)});
-    }
-    ~GeometryTest() override { own_texts.clear(); }
+    GeometryTest() { register_devices({with_services("Phone", 5)}); }
 
     void open(const Product &product, bool portrait = false)
     {
@@ -135,7 +113,7 @@ struct GeometryTest : DetailsTest {
     {
         selected_item_index = 0;
         forget();
-        label_sizes.clear();
+        spy::forget();
         show_detail_popup(app());
         panel().settle();
     }
@@ -237,7 +215,10 @@ TEST_P(SizesTest, FollowTheLayoutAndTheProduct)
 
     EXPECT_EQ(min_of(parts.spacer), sizes.heading_min);
     EXPECT_EQ(max_of(parts.spacer), sizes.heading_min);
-    EXPECT_THAT(label_sizes, testing::Contains(std::pair(sizes.heading_min.width, sizes.heading_min.height)));
+    /* A label measures itself afterwards, and the hint is its own then. */
+    EXPECT_THAT(spy::calls_of("evas_object_size_hint_min_set", parts.heading),
+                testing::Contains(testing::Field(
+                    &spy::Call::numbers, testing::ElementsAre(sizes.heading_min.width, sizes.heading_min.height))));
     EXPECT_EQ(max_of(parts.heading), sizes.heading_max);
     EXPECT_EQ(min_of(parts.band), sizes.band);
     EXPECT_EQ(max_of(parts.band), sizes.band);
@@ -344,7 +325,7 @@ TEST_F(GeometryTest, AHeadingThatFitsStandsInTheMiddle)
 
 TEST_F(GeometryTest, AHeadingThatIsTooWideIsSetAnewAndWraps)
 {
-    own_texts[kHeadingId] = words(110);
+    spy::overrides().texts[kHeadingId] = words(110);
     open({});
     show();
     const DetailTable parts = this->parts();
@@ -362,7 +343,7 @@ TEST_F(GeometryTest, AHeadingIsSetAnewFromTheFirstPixelTooMany)
     int narrowest_too_wide = 100000;
     open({});
     for (size_t letters = 40; letters < 80; ++letters) {
-        own_texts[kHeadingId] = words(letters);
+        spy::overrides().texts[kHeadingId] = words(letters);
         show();
         const int width = logged_text_width();
         const bool anew = text(parts().heading).starts_with("<align=left>");
@@ -379,14 +360,14 @@ TEST_F(GeometryTest, AHeadingIsSetAnewFromTheFirstPixelTooMany)
 
 TEST_F(GeometryTest, RightToLeftAlignsAtTheOtherSide)
 {
-    own_texts[kHeadingId] = words(110);
+    spy::overrides().texts[kHeadingId] = words(110);
     open({});
     gbReverse = true;
     show();
     EXPECT_EQ(text(parts().heading), heading_markup("right", 30, words(110)));
     EXPECT_TRUE(text(parts().caption).starts_with("<align=right>"));
     _close_button_cb(app(), nullptr, nullptr);
-    own_texts.clear();
+    spy::overrides().texts.clear();
     show();
     EXPECT_TRUE(text(parts().heading).starts_with("<align=center>"));
 }
@@ -408,7 +389,7 @@ TEST_F(GeometryTest, TheCompactHeadingIsSmallAndAtTheSide)
 
 TEST_F(GeometryTest, ACompactHeadingThatIsTooWideGrows)
 {
-    own_texts[kHeadingId] = words(70);
+    spy::overrides().texts[kHeadingId] = words(70);
     open({true}, true);
     show();
     const DetailTable parts = this->parts();
@@ -429,8 +410,8 @@ TEST_F(GeometryTest, ATurnedTelevisionKeepsTheLargeLayout)
 
 TEST_F(GeometryTest, TextsAreCutAtTheBuffersEnd)
 {
-    own_texts[kHeadingId] = words(400);
-    own_texts["TV_SID_ALLOWED_SERVICES"] = words(400);
+    spy::overrides().texts[kHeadingId] = words(400);
+    spy::overrides().texts["TV_SID_ALLOWED_SERVICES"] = words(400);
     open({});
     show();
     EXPECT_EQ(text(parts().heading), heading_markup("left", 30, words(400)).substr(0, 299));

@@ -6,7 +6,7 @@
 
 #include "desktop/port_failures.h"
 #include "details.h"
-#include "toolkit_calls.h"
+#include "spy.h"
 #include "ug/detail_popup.h"
 
 using testing::ElementsAre;
@@ -127,9 +127,9 @@ TEST_F(DetailTest, LightsTheScreenBehindItUp)
 {
     open();
     selected_item_index = 0;
-    forget_calls();
+    spy::forget();
     show_detail_popup(app());
-    EXPECT_THAT(signals_to(app()->base), ElementsAre("theme,undim|"));
+    EXPECT_THAT(spy::signals_to(app()->base), ElementsAre("theme,undim|"));
 }
 
 TEST_F(DetailTest, LogsItsWay)

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "dropdown_fixture.h"
-#include "toolkit_calls.h"
+#include "spy.h"
 #include "ug/delete_popup.h"
 
 using testing::Contains;
@@ -23,69 +23,14 @@ std::ostream &operator<<(std::ostream &out, const Pair &pair)
     return out << pair.first << ", " << pair.second;
 }
 
-struct Asked {
-    const Evas_Object *of;
-    Pair what;
-};
-
-/* Sizes and places that anything was given, and what was aligned. */
-std::vector<Asked> moves;
-std::vector<Asked> sizes;
-std::vector<std::pair<const Evas_Object *, std::pair<double, double>>> aligned;
-
-/* Stands for the area of every row while it is set. */
-Evas_Object *row_stand_in;
-
-/* What an object was asked, oldest first. */
-std::vector<Pair> asked_of(const std::vector<Asked> &all, const Evas_Object *object)
+/* What a function was asked about an object, oldest first. */
+std::vector<Pair> asked_of(const char *function, const Evas_Object *object)
 {
     std::vector<Pair> found;
-    for (const Asked &asked : all) {
-        if (asked.of == object)
-            found.push_back(asked.what);
-    }
+    for (const spy::Call &call : spy::calls_of(function, object))
+        found.push_back({static_cast<int>(call.numbers.at(0)), static_cast<int>(call.numbers.at(1))});
     return found;
 }
-
-} // namespace
-
-extern "C" void evas_object_move(Evas_Object *object, Evas_Coord x, Evas_Coord y)
-{
-    static const auto next = reinterpret_cast<decltype(&evas_object_move)>(dlsym(RTLD_NEXT, "evas_object_move"));
-    moves.push_back({object, {x, y}});
-    next(object, x, y);
-}
-
-extern "C" void evas_object_resize(Evas_Object *object, Evas_Coord width, Evas_Coord height)
-{
-    static const auto next = reinterpret_cast<decltype(&evas_object_resize)>(dlsym(RTLD_NEXT, "evas_object_resize"));
-    sizes.push_back({object, {width, height}});
-    next(object, width, height);
-}
-
-extern "C" void elm_popup_align_set(Evas_Object *popup, double horizontal, double vertical)
-{
-    static const auto next = reinterpret_cast<decltype(&elm_popup_align_set)>(dlsym(RTLD_NEXT, "elm_popup_align_set"));
-    aligned.push_back({popup, {horizontal, vertical}});
-    next(popup, horizontal, vertical);
-}
-
-extern "C" Evas_Object *elm_object_item_track(Elm_Object_Item *item)
-{
-    static const auto next =
-        reinterpret_cast<decltype(&elm_object_item_track)>(dlsym(RTLD_NEXT, "elm_object_item_track"));
-    return row_stand_in ? row_stand_in : next(item);
-}
-
-extern "C" void elm_object_item_untrack(Elm_Object_Item *item)
-{
-    static const auto next =
-        reinterpret_cast<decltype(&elm_object_item_untrack)>(dlsym(RTLD_NEXT, "elm_object_item_untrack"));
-    if (!row_stand_in)
-        next(item);
-}
-
-namespace {
 
 struct DropdownCallsTest : DropdownFixture {
     /* Back to the panel's scale. */
@@ -108,20 +53,17 @@ struct DropdownCallsTest : DropdownFixture {
     {
         Evas_Object *stand_in = evas_object_rectangle_add(panel().canvas());
         evas_object_geometry_set(stand_in, place.x, place.y, place.w, place.h);
-        moves.clear();
-        sizes.clear();
-        aligned.clear();
-        forget_calls();
-        row_stand_in = stand_in;
+        spy::forget();
+        spy::overrides().row_area = stand_in;
         elm_genlist_item_selected_set(row(app()->genlist, index), EINA_TRUE);
-        row_stand_in = nullptr;
+        spy::overrides().row_area = nullptr;
         evas_object_del(stand_in);
         ASSERT_TRUE(app()->action_popup);
     }
 
     Pair place()
     {
-        const std::vector<Pair> places = asked_of(moves, app()->action_popup);
+        const std::vector<Pair> places = asked_of("evas_object_move", app()->action_popup);
         return places.empty() ? Pair{-1, -1} : places.back();
     }
 
@@ -183,9 +125,10 @@ TEST_F(DropdownCallsTest, IsResizedAndAlignedAsAWholeOnATelevision)
 {
     open_on("television");
     select(0);
-    EXPECT_THAT(asked_of(sizes, app()->action_popup), Contains(Pair{300, 279}));
-    EXPECT_THAT(asked_of(sizes, app()->action_genlist), testing::Not(Contains(Pair{300, 279})));
-    EXPECT_THAT(aligned, ElementsAre(testing::Pair(app()->action_popup, testing::Pair(-1.0, -1.0))));
+    EXPECT_THAT(asked_of("evas_object_resize", app()->action_popup), Contains(Pair{300, 279}));
+    EXPECT_THAT(asked_of("evas_object_resize", app()->action_genlist), testing::Not(Contains(Pair{300, 279})));
+    EXPECT_EQ(spy::calls_of("elm_popup_align_set").size(), 1u);
+    EXPECT_THAT(asked_of("elm_popup_align_set", app()->action_popup), ElementsAre(Pair{-1, -1}));
     EXPECT_EQ(minimum_of(app()->action_rect), (Pair{250, 279}));
 }
 
@@ -193,9 +136,10 @@ TEST_F(DropdownCallsTest, OnlyItsListIsResizedAndAlignedOnABoard)
 {
     open_on("board");
     select(0);
-    EXPECT_THAT(asked_of(sizes, app()->action_genlist), Contains(Pair{300, 279}));
-    EXPECT_THAT(asked_of(sizes, app()->action_popup), testing::Not(Contains(Pair{300, 279})));
-    EXPECT_THAT(aligned, ElementsAre(testing::Pair(app()->action_genlist, testing::Pair(-1.0, -1.0))));
+    EXPECT_THAT(asked_of("evas_object_resize", app()->action_genlist), Contains(Pair{300, 279}));
+    EXPECT_THAT(asked_of("evas_object_resize", app()->action_popup), testing::Not(Contains(Pair{300, 279})));
+    EXPECT_EQ(spy::calls_of("elm_popup_align_set").size(), 1u);
+    EXPECT_THAT(asked_of("elm_popup_align_set", app()->action_genlist), ElementsAre(Pair{-1, -1}));
 }
 
 /* The width goes by the toolkit's scale; the height by the window's own, cut to whole pixels. The wrapper scales both
@@ -206,7 +150,7 @@ TEST_F(DropdownCallsTest, ItsWidthGoesByTheToolkitsScaleAndItsHeightByTheWindows
     magnify(1.5);
     elm_object_scale_set(app()->win, 1.25);
     select(0);
-    EXPECT_THAT(asked_of(sizes, app()->action_popup), Contains(Pair{450, 348}));
+    EXPECT_THAT(asked_of("evas_object_resize", app()->action_popup), Contains(Pair{450, 348}));
     EXPECT_EQ(minimum_of(app()->action_rect), (Pair{563, 522}));
 }
 
@@ -216,7 +160,7 @@ TEST_F(DropdownCallsTest, OnABoardTheWindowsScaleDoesNotMakeItsListHigher)
     magnify(1.5);
     elm_object_scale_set(app()->win, 1.25);
     select(0);
-    EXPECT_THAT(asked_of(sizes, app()->action_genlist), Contains(Pair{450, 279}));
+    EXPECT_THAT(asked_of("evas_object_resize", app()->action_genlist), Contains(Pair{450, 279}));
     EXPECT_EQ(minimum_of(app()->action_rect), (Pair{563, 522}));
 }
 
@@ -226,19 +170,19 @@ TEST_F(DropdownCallsTest, DimsScreenAndWindowAndChangesItsOwnPicture)
 {
     open_on("television");
     select(0);
-    EXPECT_THAT(signals_to(app()->base), ElementsAre("theme,dimmed,percent,20|"));
-    EXPECT_THAT(signals_to(app()->win), ElementsAre("theme,dimmed,percent,20|"));
-    EXPECT_THAT(signals_to(app()->action_popup), Contains("elm,change,image|elm"));
+    EXPECT_THAT(spy::signals_to(app()->base), ElementsAre("theme,dimmed,percent,20|"));
+    EXPECT_THAT(spy::signals_to(app()->win), ElementsAre("theme,dimmed,percent,20|"));
+    EXPECT_THAT(spy::signals_to(app()->action_popup), Contains("elm,change,image|elm"));
 }
 
 TEST_F(DropdownCallsTest, AChoiceThatChangesNothingLightsTheScreenUpAndTheListLooksFocused)
 {
     open_on("television");
     open_dropdown(0);
-    forget_calls();
+    spy::forget();
     _item_selected(app());
-    EXPECT_THAT(signals_to(app()->base), ElementsAre("theme,undim|"));
-    EXPECT_THAT(signals_to(app()->genlist), Contains("elm,state,focused|elm"));
+    EXPECT_THAT(spy::signals_to(app()->base), ElementsAre("theme,undim|"));
+    EXPECT_THAT(spy::signals_to(app()->genlist), Contains("elm,state,focused|elm"));
 }
 
 TEST_F(DropdownCallsTest, ADecisionLeavesTheLooksOfTheListToTheService)
@@ -246,11 +190,11 @@ TEST_F(DropdownCallsTest, ADecisionLeavesTheLooksOfTheListToTheService)
     open_on("television");
     open_dropdown(2);
     elm_object_item_focus_set(choice(0), EINA_TRUE);
-    forget_calls();
+    spy::forget();
     _item_selected(app());
     EXPECT_EQ(logged("[VESKAUTOTC][ALLOW]"), 1);
-    EXPECT_THAT(signals_to(app()->base), ElementsAre("theme,undim|"));
-    EXPECT_THAT(signals_to(app()->genlist), testing::Not(Contains("elm,state,focused|elm")));
+    EXPECT_THAT(spy::signals_to(app()->base), ElementsAre("theme,undim|"));
+    EXPECT_THAT(spy::signals_to(app()->genlist), testing::Not(Contains("elm,state,focused|elm")));
 }
 
 /* --- The clock --- */
@@ -261,7 +205,7 @@ TEST_F(DropdownCallsTest, OpeningGivesItsWrapperTheFocusSoon)
     select(0);
     const Evas_Object *wrapper = elm_object_content_get(app()->action_popup);
     ASSERT_TRUE(wrapper);
-    EXPECT_THAT(noted_timers, Contains(NotedTimer{0.01, _timer_cb, wrapper}));
+    EXPECT_THAT(spy::timers(), Contains(spy::Timer{0.01, _timer_cb, wrapper}));
     char line[64];
     snprintf(line, sizeof line, "  _timer_cb  [%p]", static_cast<const void *>(wrapper));
     EXPECT_TRUE(wait_for(line));
@@ -271,11 +215,11 @@ TEST_F(DropdownCallsTest, BackGivesTheMainListTheFocusSoon)
 {
     open_on("television");
     open_dropdown(1);
-    forget_calls();
+    spy::forget();
     forget();
     press("XF86Back");
-    EXPECT_THAT(noted_timers, Contains(NotedTimer{0.01, _timer_cb, app()->genlist}));
-    EXPECT_THAT(signals_to(app()->base), ElementsAre("theme,undim|"));
+    EXPECT_THAT(spy::timers(), Contains(spy::Timer{0.01, _timer_cb, app()->genlist}));
+    EXPECT_THAT(spy::signals_to(app()->base), ElementsAre("theme,undim|"));
     char line[64];
     snprintf(line, sizeof line, "  _timer_cb  [%p]", static_cast<const void *>(app()->genlist));
     EXPECT_TRUE(wait_for(line));

@@ -5,7 +5,7 @@
 
 #include "desktop/port_failures.h"
 #include "dropdown_fixture.h"
-#include "refusing_toolkit.h"
+#include "spy.h"
 #include "ug/action_popup.h"
 #include "ug/edit_mode.h"
 #include "vesk/device_table.h"
@@ -23,12 +23,6 @@ struct DropdownTest : DropdownFixture {
         register_devices({phone("First"), phone("Second"), phone("Barred", false)});
         open();
         forget();
-    }
-
-    ~DropdownTest() override
-    {
-        refuse_row_classes = false;
-        refuse_row = -1;
     }
 
     std::string dimming()
@@ -269,14 +263,14 @@ TEST_F(DropdownTest, AMissingKeyEventIsAnError)
 
 TEST_F(DropdownTest, WithoutARowClassItIsNotShownAndTheListStaysDimmed)
 {
-    refuse_row_classes = true;
+    spy::overrides().no_row_classes = true;
     open_dropdown();
     EXPECT_EQ(priority_of("elm_genlist_item_class_new failed"), DLOG_WARN);
     EXPECT_FALSE(dropdown_open());
     EXPECT_EQ(dimming(), "percent,20");
 
     /* The list has given its focus away; the arrows lead back to it. */
-    refuse_row_classes = false;
+    spy::overrides().no_row_classes = false;
     press({"Left", "Return"});
     ASSERT_EQ(dropdowns().size(), 1U) << "the next one opens";
     press("XF86Back");
@@ -285,7 +279,7 @@ TEST_F(DropdownTest, WithoutARowClassItIsNotShownAndTheListStaysDimmed)
 
 TEST_F(DropdownTest, WithoutAThirdRowADeniedDevicesDropdownOpensAllTheSame)
 {
-    refuse_row = 2;
+    spy::overrides().no_row = 2;
     open_dropdown(2);
     EXPECT_EQ(priority_of("View Details item is NULL in list"), DLOG_ERROR);
     EXPECT_TRUE(dropdown_open());
@@ -294,7 +288,7 @@ TEST_F(DropdownTest, WithoutAThirdRowADeniedDevicesDropdownOpensAllTheSame)
 
 TEST_F(DropdownTest, AThirdRowIsMissedForADeniedDeviceOnly)
 {
-    refuse_row = 2;
+    spy::overrides().no_row = 2;
     open_dropdown(0);
     EXPECT_EQ(logged("View Details item is NULL in list"), 0);
 }

@@ -2,31 +2,24 @@
  * asks for their contents again when they come into sight, when they are updated and when the panel turns. */
 
 #include <algorithm>
-#include <cstring>
-#include <dlfcn.h>
 #include <gmock/gmock.h>
 #include <random>
 
 #include "edit_fixture.h"
+#include "spy.h"
 
 using testing::Each;
 using testing::ElementsAre;
 
-/* How many check boxes were made, counted beside the module's own counters. */
-static int checks_made;
-
-extern "C" Eina_Bool elm_object_style_set(Evas_Object *object, const char *style)
-{
-    static const auto next =
-        reinterpret_cast<decltype(&elm_object_style_set)>(dlsym(RTLD_NEXT, "elm_object_style_set"));
-    checks_made += style && strcmp(style, "C_Checkbox_White") == 0;
-    return next(object, style);
-}
-
 namespace {
 
 struct EditChecksTest : EditTest {
-    EditChecksTest() { checks_made = 0; }
+    /* How many check boxes have been made, counted beside the module's own counters. */
+    static int checks_made()
+    {
+        return static_cast<int>(
+            std::ranges::count(spy::calls_of("elm_object_style_set"), "C_Checkbox_White", &spy::Call::text));
+    }
 
     void turn(const char *orientation)
     {
@@ -147,19 +140,19 @@ TEST_F(EditChecksTest, AgreeAfterAnyNumberOfContentRequests)
 TEST_F(EditChecksTest, TheToolkitAsksTwiceForARowThatComesIntoSightAndNotAtAllForATurn)
 {
     open_edit(5);
-    EXPECT_EQ(g_checkbox_index, checks_made);
-    EXPECT_EQ(g_orientation_checkbox_count, checks_made);
-    RecordProperty("requests_for_five_rows", checks_made);
-    EXPECT_EQ(checks_made, 10);
+    EXPECT_EQ(g_checkbox_index, checks_made());
+    EXPECT_EQ(g_orientation_checkbox_count, checks_made());
+    RecordProperty("requests_for_five_rows", checks_made());
+    EXPECT_EQ(checks_made(), 10);
 
-    checks_made = 0;
+    spy::forget();
     turn("portrait");
-    EXPECT_EQ(checks_made, 0);
+    EXPECT_EQ(checks_made(), 0);
     EXPECT_EQ(g_orientation_checkbox_count, 0);
 
     update_rows(1);
-    EXPECT_EQ(g_orientation_checkbox_count, checks_made);
-    EXPECT_EQ(checks_made, 5);
+    EXPECT_EQ(g_orientation_checkbox_count, checks_made());
+    EXPECT_EQ(checks_made(), 5);
 }
 
 /* Before three requests a row have come a new check box is off; the next ones take the marks in the order of their
@@ -186,10 +179,10 @@ TEST_F(EditChecksTest, CheckBoxesMadeAfterThreeForEachRowTakeTheMarksInOrder)
 TEST_F(EditChecksTest, OnlyCheckBoxAndPictureAreContents)
 {
     open_edit(1);
-    checks_made = 0;
+    spy::forget();
     EXPECT_EQ(_checkbox_content_get(&app()->table[0], app()->genlist, "elm.swallow.checkbox2"), nullptr);
     EXPECT_EQ(_checkbox_content_get(&app()->table[0], app()->genlist, "elm.swallow"), nullptr);
-    EXPECT_EQ(checks_made, 0);
+    EXPECT_EQ(checks_made(), 0);
     Evas_Object *icon = _checkbox_content_get(&app()->table[0], app()->genlist, "elm.swallow.icon");
     ASSERT_NE(icon, nullptr);
     const char *file = nullptr;
@@ -203,13 +196,13 @@ TEST_F(EditChecksTest, CountersMayRunPastWhatTheyIndex)
 {
     open_edit(50);
     while (g_checkbox_index <= kCheckSlots || g_orientation_checkbox_count <= 3 * device_count + kTableCapacity) {
-        const int before = checks_made;
+        const int before = checks_made();
         show(49);
         click(app()->edit_button);
         show(0);
         click(app()->edit_button);
         update_rows(2);
-        ASSERT_GT(checks_made, before);
+        ASSERT_GT(checks_made(), before);
         EXPECT_GE(expect_checks_agree(), 6);
     }
     EXPECT_GT(g_checkbox_index, kCheckSlots);

@@ -5,8 +5,7 @@
 
 #include "dlog.h"
 #include "edit_fixture.h"
-#include "refusing_toolkit.h"
-#include "toolkit_calls.h"
+#include "spy.h"
 #include "ug/action_popup.h"
 #include "ug/settings_watch.h"
 
@@ -18,7 +17,6 @@ using testing::UnorderedElementsAre;
 namespace {
 
 struct EditModeTest : EditTest {
-    ~EditModeTest() override { refuse_row_classes = refuse_indexes = false; }
 
     static std::string icon_of(const Evas_Object *icon)
     {
@@ -238,11 +236,11 @@ TEST_F(EditModeTest, TheLayoutWithACheckBoxIsTheLastThatARowHears)
 {
     register_devices(phones(5));
     open();
-    forget_calls();
+    spy::forget();
     begin_edit();
     const auto expect_check_layouts = [this](const std::string &when) {
         for (int i = 0; i < 5; ++i) {
-            const std::vector<std::string> layouts = layouts_of(row(app()->genlist, i));
+            const std::vector<std::string> layouts = spy::layouts_of(row(app()->genlist, i));
             ASSERT_GE(layouts.size(), 2u) << "row " << i << when;
             EXPECT_EQ(layouts.front(), "theme,singleline,icon,2text|") << "row " << i << when;
             EXPECT_EQ(layouts.back(), "theme,singleline,check,icon,2text|") << "row " << i << when;
@@ -251,7 +249,7 @@ TEST_F(EditModeTest, TheLayoutWithACheckBoxIsTheLastThatARowHears)
     expect_check_layouts(" at the beginning");
     for (const char *when : {" after the first press", " after the second press"}) {
         click(app()->edit_button);
-        forget_calls();
+        spy::forget();
         elm_genlist_realized_items_update(app()->genlist);
         panel().settle();
         expect_check_layouts(when);
@@ -264,12 +262,12 @@ TEST_F(EditModeTest, EveryPressOfTheFirstButtonRegistersTheLayoutOnceMore)
     const std::string plain = "theme,singleline,icon,2text|";
     const std::string check = "theme,singleline,check,icon,2text|";
     for (size_t presses = 1; presses <= 3; ++presses) {
-        forget_calls();
+        spy::forget();
         Elm_Object_Item *first = row(app()->genlist, 0);
         evas_object_smart_callback_call(app()->genlist, "realized", first);
         std::vector<std::string> expected(presses, check);
         expected.insert(expected.begin(), plain);
-        EXPECT_EQ(layouts_of(first), expected) << presses << " presses";
+        EXPECT_EQ(spy::layouts_of(first), expected) << presses << " presses";
         click(app()->edit_button);
     }
 }
@@ -296,16 +294,16 @@ TEST_F(EditModeTest, TheFocusChainLeadsFromTheFirstButtonToTheSecond)
 {
     register_devices(phones(3));
     open();
-    forget_calls();
+    spy::forget();
     begin_edit();
     const Evas_Object *list = app()->genlist;
     const Evas_Object *first = app()->edit_button;
     const Evas_Object *second = app()->close_button;
-    EXPECT_THAT(noted_links,
-                UnorderedElementsAre(NotedLink{first, ELM_FOCUS_NEXT, list}, NotedLink{first, ELM_FOCUS_LEFT, list},
-                                     NotedLink{list, ELM_FOCUS_RIGHT, first}, NotedLink{list, ELM_FOCUS_DOWN, list},
-                                     NotedLink{first, ELM_FOCUS_DOWN, second}, NotedLink{list, ELM_FOCUS_UP, list},
-                                     NotedLink{second, ELM_FOCUS_UP, first}));
+    EXPECT_THAT(spy::links(),
+                UnorderedElementsAre(spy::Link{first, ELM_FOCUS_NEXT, list}, spy::Link{first, ELM_FOCUS_LEFT, list},
+                                     spy::Link{list, ELM_FOCUS_RIGHT, first}, spy::Link{list, ELM_FOCUS_DOWN, list},
+                                     spy::Link{first, ELM_FOCUS_DOWN, second}, spy::Link{list, ELM_FOCUS_UP, list},
+                                     spy::Link{second, ELM_FOCUS_UP, first}));
 }
 
 TEST_F(EditModeTest, TheFocusChainIsMirroredInLanguagesWrittenFromRightToLeft)
@@ -313,23 +311,23 @@ TEST_F(EditModeTest, TheFocusChainIsMirroredInLanguagesWrittenFromRightToLeft)
     register_devices(phones(3));
     open();
     gbReverse = true;
-    forget_calls();
+    spy::forget();
     begin_edit();
-    EXPECT_THAT(noted_links, IsSupersetOf({NotedLink{app()->edit_button, ELM_FOCUS_NEXT, app()->genlist},
-                                           NotedLink{app()->edit_button, ELM_FOCUS_RIGHT, app()->genlist},
-                                           NotedLink{app()->genlist, ELM_FOCUS_LEFT, app()->edit_button}}));
+    EXPECT_THAT(spy::links(), IsSupersetOf({spy::Link{app()->edit_button, ELM_FOCUS_NEXT, app()->genlist},
+                                            spy::Link{app()->edit_button, ELM_FOCUS_RIGHT, app()->genlist},
+                                            spy::Link{app()->genlist, ELM_FOCUS_LEFT, app()->edit_button}}));
 }
 
 TEST_F(BoardEditTest, TheFocusChainEndsAtTheThirdButton)
 {
     register_devices(phones(3));
     open();
-    forget_calls();
+    spy::forget();
     begin_edit();
-    EXPECT_THAT(noted_links, IsSupersetOf({NotedLink{app()->edit_button, ELM_FOCUS_DOWN, app()->close_button},
-                                           NotedLink{app()->close_button, ELM_FOCUS_DOWN, app()->exit_button},
-                                           NotedLink{app()->exit_button, ELM_FOCUS_UP, app()->close_button},
-                                           NotedLink{app()->close_button, ELM_FOCUS_UP, app()->edit_button}}));
+    EXPECT_THAT(spy::links(), IsSupersetOf({spy::Link{app()->edit_button, ELM_FOCUS_DOWN, app()->close_button},
+                                            spy::Link{app()->close_button, ELM_FOCUS_DOWN, app()->exit_button},
+                                            spy::Link{app()->exit_button, ELM_FOCUS_UP, app()->close_button},
+                                            spy::Link{app()->close_button, ELM_FOCUS_UP, app()->edit_button}}));
 }
 
 TEST_F(EditModeTest, TouchOnTheButtonsWorksLikeTheKeys)
@@ -448,7 +446,7 @@ TEST_F(EditModeTest, WithoutARowClassThereIsNoEditMode)
     b_remove_status[1] = true;
     g_selected_count = g_checkbox_index = 7;
     forget();
-    refuse_row_classes = true;
+    spy::overrides().no_row_classes = true;
     press("Return");
     EXPECT_THAT(marked(), ElementsAre(1)) << "the marks stay";
     EXPECT_EQ(g_selected_count, 0);
@@ -478,7 +476,7 @@ TEST_F(EditModeTest, ARowWithoutAnIndexIsNotMarked)
     open_edit(3);
     turn_over({0});
     forget();
-    refuse_indexes = true;
+    spy::overrides().no_indexes = true;
     _checkbox_cb(app(), app()->genlist, nullptr);
     EXPECT_THAT(messages(), ElementsAre("Enter", "elm_genlist_item_index_get Failed"));
     EXPECT_EQ(log().back().priority, DLOG_WARN);

@@ -1,69 +1,42 @@
-/* In which order the screens move the focus between list and buttons, and what else they show and forbid on the way.
- * The linker puts the two functions at the end of this introduction before the host's of the same name. */
+/* In which order the screens move the focus between list and buttons, and what else they show and forbid on the way. */
 
 #include <algorithm>
 #include <gmock/gmock.h>
+#include <set>
 
 #include "details.h"
 #include "edit_fixture.h"
-#include "noted_calls.h"
+#include "spy.h"
 #include "ug/detail_popup.h"
 
 using testing::ElementsAre;
 using testing::IsSupersetOf;
 
-/* Only what the role of is known; the rest is the popups' own. */
-static void note_role(const char *call, bool value, const Evas_Object *object)
-{
-    const std::string name = role(object);
-    if (name != "object")
-        Noting::note(call + std::to_string(value) + " on " + name);
-}
-
-extern "C" {
-
-void __real_elm_object_focus_set(Evas_Object *object, Eina_Bool focus);
-void __wrap_elm_object_focus_set(Evas_Object *object, Eina_Bool focus)
-{
-    note_role("focus ", focus, object);
-    __real_elm_object_focus_set(object, focus);
-}
-
-void __real_elm_object_focus_allow_set(Evas_Object *object, Eina_Bool allow);
-void __wrap_elm_object_focus_allow_set(Evas_Object *object, Eina_Bool allow)
-{
-    note_role("allow ", allow, object);
-    __real_elm_object_focus_allow_set(object, allow);
-}
-
-void evas_object_focus_set(Evas_Object *object, Eina_Bool focus)
-{
-    static const auto next = behind_note(&evas_object_focus_set, "evas_object_focus_set");
-    note_role("canvas focus ", focus, object);
-    next(object, focus);
-}
-
-void evas_object_show(Evas_Object *object)
-{
-    static const auto next = behind_note(&evas_object_show, "evas_object_show");
-    note_role("show ", true, object);
-    next(object);
-}
-
-} // extern "C"
-
 namespace {
+
+/* The lines of the log, and the calls but for the other popups' own moves of the focus. */
+std::vector<std::string> of_the_main_screen()
+{
+    std::vector<std::string> steps;
+    for (const spy::Call &call : spy::journal()) {
+        static const std::set<std::string> moves{"elm_object_focus_set", "elm_object_focus_allow_set",
+                                                 "evas_object_focus_set", "evas_object_show"};
+        static const std::set<std::string> others{"", "elm_config_focus_highlight_enabled_set",
+                                                  "elm_object_signal_emit", "elm_popup_align_set",
+                                                  "elm_win_focus_highlight_enabled_set"};
+        if (others.contains(call.function) || (moves.contains(call.function) && !call.text.ends_with(" on object")))
+            steps.push_back(call.text);
+    }
+    return steps;
+}
 
 template <class Fixture> struct Stepping : Fixture {
     /* What `action` does, without the canvas focus, which goes beside the widget's. */
     template <class Action> std::vector<std::string> steps_of(Action action)
     {
         this->forget();
-        {
-            const Noting noting;
-            action();
-        }
-        std::vector<std::string> steps = sequence(this->log());
+        action();
+        std::vector<std::string> steps = of_the_main_screen();
         /* The host's part: what may not have the focus looks so. */
         std::erase_if(steps, [](const std::string &step) { return step.starts_with("elm,action,unfocus"); });
         const auto canvas = std::stable_partition(steps.begin(), steps.end(),

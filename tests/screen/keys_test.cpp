@@ -4,7 +4,7 @@
 
 #include "dlog.h"
 #include "edit_fixture.h"
-#include "noted_calls.h"
+#include "spy.h"
 #include "ug/action_popup.h"
 #include "ug/settings_watch.h"
 
@@ -183,7 +183,7 @@ TEST_F(KeysTest, WhileTheToastIsUpKeysAreOnlyHeard)
     hear("Down");
     const std::string key = "I Close_app_On_returnKey: key";
     const std::string refusal = "I Close_app_On_returnKey: b_disable_focus";
-    EXPECT_THAT(sequence(log()), ElementsAre(key + "[XF86Back]", refusal, key + "[Down]", refusal));
+    EXPECT_THAT(spy::screen_steps(), ElementsAre(key + "[XF86Back]", refusal, key + "[Down]", refusal));
     EXPECT_EQ(current_position, 0);
     EXPECT_TRUE(running());
     b_disable_focus = false;
@@ -196,7 +196,7 @@ TEST_F(KeysTest, AKeyThatComesToTheScreenBehindTheDetailsIsLogged)
     ASSERT_NE(app()->detail_popup, nullptr);
     forget();
     hear("Left");
-    EXPECT_THAT(sequence(log()),
+    EXPECT_THAT(spy::screen_steps(),
                 ElementsAre("I Close_app_On_returnKey: key[Left]", "I Close_app_On_returnKey: detail_popup unset",
                             "I Close_app_On_returnKey: done"));
     EXPECT_NE(app()->detail_popup, nullptr);

@@ -4,9 +4,10 @@
 #include <dlog.h>
 #include <gmock/gmock.h>
 
+#include "desktop/log.h"
 #include "desktop/port_failures.h"
-#include "noted_calls.h"
 #include "screen_test.h"
+#include "spy.h"
 #include "ug/action_popup.h"
 #include "ug/module.h"
 #include "ug/settings_watch.h"
@@ -63,12 +64,14 @@ TEST_F(LifecycleTest, RunsInTheOrderOfTheHost)
 TEST_F(LifecycleTest, CreatesItsScreenInOrder)
 {
     set("high-contrast", "on");
-    const Noting noting;
     open();
     EXPECT_EQ(elm_app_base_scale_get(), 2.0);
 
     /* From the board check on, without what the builder does. */
-    const std::vector<std::string> steps = sequence(log());
+    std::vector<std::string> steps =
+        spy::steps({"system_info_get_custom_bool", "ea_init", "ug_get_window", "elm_config_focus_highlight_enabled_set",
+                    "elm_app_base_scale_set", "elm_object_signal_emit", "evas_object_event_callback_add"});
+    std::erase(steps, "event callback");
     const auto first = std::ranges::find(steps, "system_info_get_custom_bool com.corvane/featureconf/quince_support");
     const auto builder = std::ranges::find(steps, "I _create_c_popup_right: Enter");
     const auto built = std::ranges::find(steps, "I _create_c_popup_right: Exit");

@@ -6,9 +6,8 @@
 
 #include "canvas_parts.h"
 #include "desktop/port_failures.h"
-#include "own_texts.h"
 #include "screen_test.h"
-#include "toolkit_calls.h"
+#include "spy.h"
 #include "ug/device_list_screen.h"
 #include "ug/edit_mode.h"
 #include "ug/rows.h"
@@ -78,31 +77,31 @@ TEST_F(ListTest, LogsTheWayThroughItsBuilding)
 
 TEST_F(ListTest, EveryRowHearsItsLayout)
 {
-    forget_calls();
+    spy::forget();
     register_devices(phones(3));
     open();
     for (int i = 0; i < 3; ++i)
-        EXPECT_THAT(layouts_of(row(app()->genlist, i)), testing::Each("theme,singleline,icon,2text|")) << i;
-    EXPECT_THAT(layouts_of(row(app()->genlist, 2)), Contains("theme,singleline,icon,2text|"));
+        EXPECT_THAT(spy::layouts_of(row(app()->genlist, i)), testing::Each("theme,singleline,icon,2text|")) << i;
+    EXPECT_THAT(spy::layouts_of(row(app()->genlist, 2)), Contains("theme,singleline,icon,2text|"));
 }
 
 TEST_F(ListTest, ItsFocusChainPutsTheButtonsBesideTheList)
 {
     register_devices(phones(2));
-    forget_calls();
+    spy::forget();
     open();
-    EXPECT_THAT(noted_links, testing::UnorderedElementsAreArray(
-                                 main_chain(app()->genlist, app()->edit_button, app()->close_button, false)));
+    EXPECT_THAT(spy::links(), testing::UnorderedElementsAreArray(
+                                  spy::main_chain(app()->genlist, app()->edit_button, app()->close_button, false)));
 }
 
 TEST_F(ListTest, ItsFocusChainIsMirroredWhenTheDirectionIsKnownFromBefore)
 {
     register_devices(phones(2));
     gbReverse = true;
-    forget_calls();
+    spy::forget();
     open();
-    EXPECT_THAT(noted_links, testing::UnorderedElementsAreArray(
-                                 main_chain(app()->genlist, app()->edit_button, app()->close_button, true)));
+    EXPECT_THAT(spy::links(), testing::UnorderedElementsAreArray(
+                                  spy::main_chain(app()->genlist, app()->edit_button, app()->close_button, true)));
     press("Left");
     EXPECT_EQ(focused(), app()->edit_button);
     press("Right");
@@ -237,9 +236,9 @@ TEST_F(EmptyListTest, SaysSoInTheMiddleOfThePopup)
 
 TEST_F(EmptyListTest, CutsALongText)
 {
-    own_texts["SID_NO_EQUIPMENT_STORED_MSG"].assign(400, 'x');
+    spy::overrides().texts["SID_NO_EQUIPMENT_STORED_MSG"].assign(400, 'x');
     open();
-    own_texts.clear();
+    spy::overrides().texts.clear();
     const std::string shown = text(app()->noitem_label);
     EXPECT_EQ(shown.size(), 299U);
     EXPECT_EQ(shown.back(), 'x');
@@ -247,10 +246,10 @@ TEST_F(EmptyListTest, CutsALongText)
 
 TEST_F(EmptyListTest, LeavesTheFocusOnTheCloseButton)
 {
-    forget_calls();
+    spy::forget();
     open();
-    EXPECT_THAT(signals_to(app()->close_button), Contains("elm,state,focused|elm"));
-    EXPECT_THAT(signals_to(app()->edit_button), Contains("elm,state,dimmed|elm"));
+    EXPECT_THAT(spy::signals_to(app()->close_button), Contains("elm,state,focused|elm"));
+    EXPECT_THAT(spy::signals_to(app()->edit_button), Contains("elm,state,dimmed|elm"));
     EXPECT_EQ(focused(), app()->close_button);
     EXPECT_FALSE(elm_object_focus_allow_get(app()->edit_button));
     for (const char *key : {"Up", "Left", "Right", "Down"}) {

@@ -9,7 +9,7 @@
 #include "desktop/port_failures.h"
 #include "desktop/rdm_service.h"
 #include "dropdown_fixture.h"
-#include "noted_calls.h"
+#include "spy.h"
 #include "ug/edit_mode.h"
 #include "ug/settings_watch.h"
 #include "vesk/device_table.h"
@@ -155,18 +155,17 @@ struct RefreshTest : LiveTest {
     std::vector<std::string> steps_after(const RdmDeviceInfo &info)
     {
         forget();
-        {
-            const Noting noting;
-            vesk_port::emit(info);
-        }
-        std::vector<LogLine> steps = log();
-        std::erase_if(steps, [](const LogLine &line) {
+        vesk_port::emit(info);
+        std::vector<std::string> steps = spy::screen_steps();
+        std::erase_if(steps, [](const std::string &step) {
             static const std::set<std::string> within{"create_genlist",   "_load_device_icon", "widget_min_set",
                                                       "vesk_sort_table",  "vesk_print_table",  "vesk_print_item",
                                                       "vesk_get_RDMList", "_item_label_get"};
-            return within.contains(line.function) && !line.message.starts_with("\tRDM Count");
+            const size_t colon = step.find(": ");
+            return colon != std::string::npos && within.contains(step.substr(2, colon - 2)) &&
+                   !step.substr(colon + 2).starts_with("\tRDM Count");
         });
-        return sequence(steps);
+        return steps;
     }
 
     /* Size hints: weight and alignment across and down. */
@@ -241,7 +240,7 @@ TEST_F(RefreshTest, HearsOfTheNewListsRows)
     panel().settle();
     forget();
     evas_object_smart_callback_call(app()->genlist, "realized", row(app()->genlist, 1));
-    EXPECT_THAT(sequence(log()),
+    EXPECT_THAT(spy::screen_steps(),
                 ElementsAre("I genlistRealizedCb: Enter", "I show_mark: Item Index = [1], status = [0], count = [3]",
                             "I show_mark: Check box is null", "I genlistRealizedCb: Exit"));
 }

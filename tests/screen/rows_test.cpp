@@ -4,9 +4,8 @@
 #include <gmock/gmock.h>
 
 #include "canvas_parts.h"
-#include "refusing_toolkit.h"
 #include "screen_test.h"
-#include "toolkit_calls.h"
+#include "spy.h"
 #include "ug/device_list_screen.h"
 #include "ug/edit_mode.h"
 #include "ug/rows.h"
@@ -15,7 +14,6 @@
 namespace {
 
 struct RowsTest : ScreenTest {
-    ~RowsTest() override { refuse_row_classes = refuse_indexes = false; }
 
     int priority_of(const std::string &message) const
     {
@@ -123,14 +121,14 @@ TEST_F(RowsTest, ARowThatIsRealizedIsPreparedAndLogged)
     register_devices(phones(1));
     open();
     forget();
-    forget_calls();
+    spy::forget();
     elm_genlist_item_select_mode_set(row(app()->genlist, 0), ELM_OBJECT_SELECT_MODE_DEFAULT);
     genlistRealizedCb(app(), app()->genlist, row(app()->genlist, 0));
     EXPECT_EQ(elm_genlist_item_select_mode_get(row(app()->genlist, 0)), ELM_OBJECT_SELECT_MODE_ALWAYS);
     EXPECT_THAT(messages(),
                 testing::ElementsAre("Enter", testing::StartsWith(" Item ["),
                                      "Item Index = [0], status = [0], count = [1]", "Check box is null", "Exit"));
-    EXPECT_THAT(layouts_of(row(app()->genlist, 0)), testing::ElementsAre("theme,singleline,icon,2text|"));
+    EXPECT_THAT(spy::layouts_of(row(app()->genlist, 0)), testing::ElementsAre("theme,singleline,icon,2text|"));
     forget();
     genlistRealizedCb(app(), app()->genlist, nullptr);
     EXPECT_TRUE(log().empty());
@@ -145,7 +143,7 @@ TEST_F(RowsTest, ARowWithoutAPlaceIsLeftAsItIs)
     Elm_Object_Item *first = row(app()->genlist, 0);
     b_remove_status[0] = true;
     forget();
-    refuse_indexes = true;
+    spy::overrides().no_indexes = true;
     genlistRealizedCb(app(), app()->genlist, first);
     EXPECT_THAT(messages(), testing::ElementsAre("Enter", "elm_genlist_item_index_get Failed"));
     EXPECT_EQ(priority_of("elm_genlist_item_index_get Failed"), DLOG_WARN);
@@ -189,7 +187,7 @@ TEST_F(RowsTest, ARowWithoutAnAccessObjectIsAnError)
 TEST_F(RowsTest, WithoutARowClassTheScreenIsBuiltWithoutRows)
 {
     register_devices(phones(2));
-    refuse_row_classes = true;
+    spy::overrides().no_row_classes = true;
     open();
     EXPECT_EQ(priority_of("Cannot create genlist item class"), DLOG_ERROR);
     EXPECT_EQ(elm_genlist_items_count(app()->genlist), 0U);

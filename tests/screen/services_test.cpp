@@ -1,8 +1,6 @@
 /* The services in the detail popup: which rows a user sees, whatever was open before. */
 
 #include <cstdlib>
-#include <cstring>
-#include <dlfcn.h>
 #include <dlog.h>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -11,8 +9,7 @@
 
 #include "desktop/port_failures.h"
 #include "details.h"
-#include "own_texts.h"
-#include "toolkit_calls.h"
+#include "spy.h"
 #include "ug/detail_popup.h"
 
 using testing::AllOf;
@@ -30,10 +27,20 @@ constexpr const char *kSound = "r_icon_service_s_sound_w.webp";
 
 /* What the list has asked its getters, in order: "text" or "picture", and the part. */
 std::vector<std::string> requests;
-bool no_row_class;
 
 /* What the television was asked about itself, in order: "word" for the product's word, "region" for its region. */
-std::vector<std::string> facts;
+std::vector<std::string> facts()
+{
+    std::vector<std::string> asked;
+    for (const spy::Call &call : spy::journal()) {
+        if (call.function == "system_info_get_custom_string" &&
+            call.text == "com.corvane/featureconf/product.device_sid")
+            asked.emplace_back("word");
+        if (call.function == "system_info_get_value_string")
+            asked.emplace_back(call.text == "90" ? "region" : "another value");
+    }
+    return asked;
+}
 
 char *noted_text(void *data, Evas_Object *list, const char *part)
 {
@@ -47,49 +54,13 @@ Evas_Object *noted_picture(void *data, Evas_Object *list, const char *part)
     return _service_item_content_get(data, list, part);
 }
 
-} // namespace
-
-/* Stand before the toolkit's: what the list of services asks is noted, and row classes may run out. */
-extern "C" Elm_Object_Item *elm_genlist_item_append(Evas_Object *list, const Elm_Genlist_Item_Class *row_class,
-                                                    const void *data, Elm_Object_Item *parent,
-                                                    Elm_Genlist_Item_Type type, Evas_Smart_Cb selected,
-                                                    const void *selected_data)
+void note_requests(Elm_Genlist_Item_Class &row_class)
 {
-    if (row_class->func.text_get == _service_item_label_get) {
-        auto *changed = const_cast<Elm_Genlist_Item_Class *>(row_class);
-        changed->func.text_get = noted_text;
-        changed->func.content_get = noted_picture;
-    }
-    static const auto next =
-        reinterpret_cast<decltype(&elm_genlist_item_append)>(dlsym(RTLD_NEXT, "elm_genlist_item_append"));
-    return next(list, row_class, data, parent, type, selected, selected_data);
+    if (row_class.func.text_get != _service_item_label_get)
+        return;
+    row_class.func.text_get = noted_text;
+    row_class.func.content_get = noted_picture;
 }
-
-extern "C" Elm_Genlist_Item_Class *elm_genlist_item_class_new(void)
-{
-    static const auto next =
-        reinterpret_cast<decltype(&elm_genlist_item_class_new)>(dlsym(RTLD_NEXT, "elm_genlist_item_class_new"));
-    return no_row_class ? nullptr : next();
-}
-
-extern "C" int system_info_get_custom_string(const char *key, char **value)
-{
-    static const auto next =
-        reinterpret_cast<decltype(&system_info_get_custom_string)>(dlsym(RTLD_NEXT, "system_info_get_custom_string"));
-    if (std::strcmp(key, "com.corvane/featureconf/product.device_sid") == 0)
-        facts.emplace_back("word");
-    return next(key, value);
-}
-
-extern "C" int system_info_get_value_string(int key, char **value)
-{
-    static const auto next =
-        reinterpret_cast<decltype(&system_info_get_value_string)>(dlsym(RTLD_NEXT, "system_info_get_value_string"));
-    facts.push_back(key == 90 ? "region" : "another value");
-    return next(key, value);
-}
-
-namespace {
 
 struct Row {
     std::string text;
@@ -192,9 +163,8 @@ struct ServicesTest : DetailsTest {
     ServicesTest()
     {
         requests.clear();
-        no_row_class = false;
+        spy::overrides().on_append = note_requests;
     }
-    ~ServicesTest() override { own_texts.clear(); }
 
     std::vector<Row> shown()
     {
@@ -642,7 +612,7 @@ TEST_F(GetterTest, AWholeSetLeftOverIsTheHomeConnectServiceOfAnyDevice)
 /* ---- Long texts ---- */
 
 struct LongTextTest : GetterTest {
-    static void say_at_length(const char *id) { own_texts[id].assign(400, 'x'); }
+    static void say_at_length(const char *id) { spy::overrides().texts[id].assign(400, 'x'); }
 };
 
 TEST_F(LongTextTest, OfMobileContentAreCut)
@@ -680,7 +650,7 @@ TEST_F(LongTextTest, OfOtherServicesAreCutInARowOnly)
         say_at_length(sample.id);
         select(sample.mask, 1);
         ASSERT_EQ(get_service_count(), 1);
-        EXPECT_EQ(services[0], own_texts[sample.id]) << "the catalogue's own text";
+        EXPECT_EQ(services[0], spy::overrides().texts[sample.id]) << "the catalogue's own text";
         EXPECT_EQ(text(), std::string(255, 'x'));
     }
 }
@@ -693,17 +663,17 @@ TEST_F(GetterTest, EachTextAsksForTheWordAndThenTheRegionWhateverItNeeds)
     for (unsigned int mask = 0; mask < 8; ++mask) {
         for (const char *part : {"elm.text", "elm.text.1"}) {
             select(mask, 1);
-            facts.clear();
+            spy::forget();
             text(part);
-            EXPECT_THAT(facts, ElementsAre("word", "region")) << mask << " " << part;
+            EXPECT_THAT(facts(), ElementsAre("word", "region")) << mask << " " << part;
         }
         select(0, 1);
         while (text() != "UNKNOWN") {
         }
     }
-    facts.clear();
+    spy::forget();
     text("elm.text", false);
-    EXPECT_THAT(facts, ElementsAre("word", "region")) << "without data too";
+    EXPECT_THAT(facts(), ElementsAre("word", "region")) << "without data too";
 }
 
 TEST_F(GetterTest, EachCountAsksForBothOnce)
@@ -711,9 +681,9 @@ TEST_F(GetterTest, EachCountAsksForBothOnce)
     open();
     for (unsigned int mask = 0; mask < 8; ++mask) {
         select(mask, 1);
-        facts.clear();
+        spy::forget();
         get_service_count();
-        EXPECT_THAT(facts, testing::UnorderedElementsAre("word", "region")) << mask;
+        EXPECT_THAT(facts(), testing::UnorderedElementsAre("word", "region")) << mask;
     }
 }
 
@@ -721,9 +691,9 @@ TEST_F(GetterTest, PicturesAskForNeither)
 {
     open();
     select(7, 1);
-    facts.clear();
+    spy::forget();
     picture();
-    EXPECT_THAT(facts, IsEmpty());
+    EXPECT_THAT(facts(), IsEmpty());
 }
 
 /* ---- Rows ---- */
@@ -732,13 +702,13 @@ TEST_F(ServicesTest, RowsHaveTheStyleAndTheLayoutOfTheTelevision)
 {
     register_devices({with_services("Two", 5)});
     open();
-    forget_calls();
+    spy::forget();
     open_details(0);
     ASSERT_EQ(elm_genlist_items_count(app()->service_genlist), 2U);
     for (int i = 0; i < 2; ++i) {
         Elm_Object_Item *item = row(app()->service_genlist, i);
         EXPECT_STREQ(elm_genlist_item_item_class_get(item)->item_style, "C_TextItem_WhiteSingleline02");
-        EXPECT_THAT(layouts_of(item), AllOf(Not(IsEmpty()), Each("theme,singleline,icon,2text|"))) << i;
+        EXPECT_THAT(spy::layouts_of(item), AllOf(Not(IsEmpty()), Each("theme,singleline,icon,2text|"))) << i;
     }
 }
 
@@ -752,18 +722,18 @@ TEST_F(ServicesTest, ChoosingTakesTheLookOffTheSelectedAndTheFocusedRow)
     Elm_Object_Item *first = row(list, 0);
     Elm_Object_Item *second = row(list, 1);
     const std::string unselected = "elm,state,unselected|elm";
-    forget_calls();
+    spy::forget();
     press("Return");
-    EXPECT_EQ(std::ranges::count(signals_to(first), unselected), 2) << "selected and focused";
-    EXPECT_EQ(std::ranges::count(signals_to(second), unselected), 0);
+    EXPECT_EQ(std::ranges::count(spy::signals_to(first), unselected), 2) << "selected and focused";
+    EXPECT_EQ(std::ranges::count(spy::signals_to(second), unselected), 0);
 
     ASSERT_EQ(elm_genlist_selected_item_get(list), first);
     press("Down");
     ASSERT_EQ(elm_object_focused_item_get(list), second);
-    forget_calls();
+    spy::forget();
     _service_genlist_cb(app(), list, nullptr);
-    EXPECT_EQ(std::ranges::count(signals_to(first), unselected), 1) << "selected";
-    EXPECT_EQ(std::ranges::count(signals_to(second), unselected), 1) << "focused";
+    EXPECT_EQ(std::ranges::count(spy::signals_to(first), unselected), 1) << "selected";
+    EXPECT_EQ(std::ranges::count(spy::signals_to(second), unselected), 1) << "focused";
 }
 
 TEST_F(ServicesTest, PicturesExist)
@@ -867,9 +837,9 @@ TEST_F(ServicesTest, WithoutARowClassThePopupIsThereWithoutRows)
     register_devices({with_services("Two", 5)});
     open();
     selected_item_index = 0;
-    no_row_class = true;
+    spy::overrides().no_row_classes = true;
     show_detail_popup(app());
-    no_row_class = false;
+    spy::overrides().no_row_classes = false;
     panel().settle();
     EXPECT_EQ(logged("Cannot create genlist item class"), 1);
     EXPECT_EQ(elm_genlist_items_count(app()->service_genlist), 0U);

@@ -5,7 +5,7 @@
 
 #include "desktop/port_failures.h"
 #include "details.h"
-#include "noted_calls.h"
+#include "spy.h"
 #include "ug/detail_popup.h"
 #include "ug/settings_watch.h"
 
@@ -20,7 +20,7 @@ struct SettingsTest : DetailsTest {
     /* The signals of the contrast that popups have been sent since the last forget(). */
     std::vector<std::string> contrast_signals() const
     {
-        std::vector<std::string> signals = sequence(log());
+        std::vector<std::string> signals = spy::screen_steps();
         std::erase_if(signals, [](const std::string &step) { return !step.starts_with("highcontrast"); });
         return signals;
     }
@@ -44,7 +44,6 @@ struct ContrastTest : SettingsTest, testing::WithParamInterface<std::pair<std::s
 TEST_P(ContrastTest, IsToldToTheBasePopupOnce)
 {
     const auto &[value, signal] = GetParam();
-    const Noting noting;
     store("high-contrast", value);
     ScreenTest::open();
     EXPECT_THAT(contrast_signals(), ElementsAre(signal + " from bg_set to object"));
@@ -62,7 +61,6 @@ INSTANTIATE_TEST_SUITE_P(Values, ContrastTest,
 
 TEST_F(SettingsTest, AContrastThatCannotBeReadIsLoggedAndNotTold)
 {
-    const Noting noting;
     vesk_port::set_failures("vconf_get_int=-1");
     ScreenTest::open();
     EXPECT_THAT(contrast_signals(), IsEmpty());
@@ -77,7 +75,6 @@ TEST_F(SettingsTest, AContrastThatCannotBeReadIsLoggedAndNotTold)
 
 TEST_F(SettingsTest, TheContrastIsReadAtTheBeginningOnly)
 {
-    const Noting noting;
     open();
     forget();
     set("high-contrast", "on");
@@ -246,14 +243,11 @@ TEST_F(OrientationTest, WithoutADropDownSizesTheRectangleAndAlignsNothing)
         app()->action_popup = gone ? nullptr : popup;
         elm_config_scale_set(gone ? 4.0 : 2.0);
         forget();
-        {
-            const Noting noting;
-            turn_to("portrait");
-        }
+        turn_to("portrait");
         if (gone)
-            EXPECT_THAT(sequence(log()), ElementsAre("I VconfNotifyCB: ROTATION callback"));
+            EXPECT_THAT(spy::screen_steps(), ElementsAre("I VconfNotifyCB: ROTATION callback"));
         else
-            EXPECT_THAT(sequence(log()), ElementsAre("I VconfNotifyCB: ROTATION callback", "popup aligned"));
+            EXPECT_THAT(spy::screen_steps(), ElementsAre("I VconfNotifyCB: ROTATION callback", "popup aligned"));
         EXPECT_EQ(evas_object_visible_get(popup) == EINA_TRUE, !gone);
         EXPECT_EQ(dropdown_size(), gone ? std::pair(562, 312) : std::pair(140, 156));
     }

@@ -221,10 +221,10 @@ struct StatesTest : EditTest, testing::WithParamInterface<Way> {
     }
 };
 
-struct LeavingTest : StatesTest {};
-struct ChoosingTest : StatesTest {};
+struct LeavingStateTest : StatesTest {};
+struct ChoosingInStateTest : StatesTest {};
 
-TEST_P(LeavingTest, LeadsWhereTheDocumentSays)
+TEST_P(LeavingStateTest, LeadsWhereTheDocumentSays)
 {
     const Way &way = GetParam();
     ASSERT_NO_FATAL_FAILURE(enter(way.state));
@@ -238,7 +238,7 @@ TEST_P(LeavingTest, LeadsWhereTheDocumentSays)
     expect_alive();
 }
 
-TEST_P(ChoosingTest, LeadsWhereTheDocumentSays)
+TEST_P(ChoosingInStateTest, LeadsWhereTheDocumentSays)
 {
     const Way &way = GetParam();
     ASSERT_NO_FATAL_FAILURE(enter(way.state));
@@ -250,7 +250,7 @@ TEST_P(ChoosingTest, LeadsWhereTheDocumentSays)
     expect_alive();
 }
 
-INSTANTIATE_TEST_SUITE_P(States, LeavingTest, testing::ValuesIn(ways_of_leaving()), test_name);
-INSTANTIATE_TEST_SUITE_P(States, ChoosingTest, testing::ValuesIn(ways_of_choosing()), test_name);
+INSTANTIATE_TEST_SUITE_P(States, LeavingStateTest, testing::ValuesIn(ways_of_leaving()), test_name);
+INSTANTIATE_TEST_SUITE_P(States, ChoosingInStateTest, testing::ValuesIn(ways_of_choosing()), test_name);
 
 } // namespace

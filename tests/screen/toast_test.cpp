@@ -4,8 +4,7 @@
 
 #include "canvas_parts.h"
 #include "edit_fixture.h"
-#include "own_texts.h"
-#include "toolkit_calls.h"
+#include "spy.h"
 
 using testing::Contains;
 using testing::ElementsAre;
@@ -16,7 +15,6 @@ namespace {
 constexpr int kEnd = 3500; /* ms: past the toast's three seconds */
 
 struct ToastTest : EditTest {
-    ~ToastTest() override { own_texts.clear(); }
 
     /* Deletes the first of the devices; the toast is up then. */
     void delete_first(int devices)
@@ -105,7 +103,7 @@ TEST_F(ToastTest, TakesSeveralLinesForATextThatIsTooWide)
     std::string text = "%1";
     for (int i = 0; i < 20; ++i)
         text += " Geräte wurden gelöscht";
-    own_texts["COM_SID_MIX_DEVICES_DELETED"] = text;
+    spy::overrides().texts["COM_SID_MIX_DEVICES_DELETED"] = text;
     delete_first(3);
     EXPECT_EQ(group(), "elm/layout/C_PopupToast_White/MultiLine");
     EXPECT_EQ(text_of(layout()), text.replace(0, 2, "1"));
@@ -119,7 +117,7 @@ TEST_F(ToastTest, TheLimitIsMoreThan990Pixels)
     int single = 0;
     /* The text grows until the toast changes: the widest single line is within a few letters of the limit. */
     for (size_t letters = 36; letters < 90; letters += 3) {
-        own_texts["COM_SID_MIX_DEVICES_DELETED"] = "%1" + std::string(letters, 'n');
+        spy::overrides().texts["COM_SID_MIX_DEVICES_DELETED"] = "%1" + std::string(letters, 'n');
         delete_first(2);
         if (group() == "elm/layout/C_PopupToast_White/MultiLine")
             break;
@@ -173,18 +171,18 @@ TEST_F(ToastTest, ItsEndLightsTheScreenUpAndLeavesTheLooksOfTheButtonsAlone)
     delete_first(5);
     const guint timer = toastTimerTag;
     g_source_remove(timer);
-    forget_calls();
+    spy::forget();
     EXPECT_EQ(__toast_timer_expired(app()), FALSE);
     EXPECT_EQ(toastTimerTag, timer) << "the spent id stays until the module closes";
-    EXPECT_THAT(signals_to(app()->base), ElementsAre("theme,undim|"));
-    EXPECT_THAT(signals_to(app()->genlist), Contains("elm,state,focused|elm"));
+    EXPECT_THAT(spy::signals_to(app()->base), ElementsAre("theme,undim|"));
+    EXPECT_THAT(spy::signals_to(app()->genlist), Contains("elm,state,focused|elm"));
     for (const Evas_Object *button : {app()->edit_button, app()->close_button}) {
-        EXPECT_THAT(signals_to(button), testing::Each(testing::Not(testing::StartsWith("elm,state,undimmed"))));
+        EXPECT_THAT(spy::signals_to(button), testing::Each(testing::Not(testing::StartsWith("elm,state,undimmed"))));
         EXPECT_TRUE(focusable(button));
     }
     EXPECT_TRUE(focusable(app()->genlist));
-    EXPECT_THAT(noted_links, testing::UnorderedElementsAreArray(
-                                 main_chain(app()->genlist, app()->edit_button, app()->close_button, false)));
+    EXPECT_THAT(spy::links(), testing::UnorderedElementsAreArray(
+                                  spy::main_chain(app()->genlist, app()->edit_button, app()->close_button, false)));
     toastTimerTag = 0; /* taken out above, not by its end */
 }
 
@@ -199,11 +197,11 @@ TEST_F(ToastTest, InALanguageWrittenFromRightToLeftTheButtonsAreOnTheOtherSideAf
     tap(app()->close_button);
     tap(elm_object_part_content_get(app()->delete_popup, "button1"));
     ASSERT_TRUE(b_disable_focus);
-    forget_calls();
+    spy::forget();
     EXPECT_TRUE(wait_for_end());
     panel().settle();
-    EXPECT_THAT(noted_links, testing::UnorderedElementsAreArray(
-                                 main_chain(app()->genlist, app()->edit_button, app()->close_button, true)));
+    EXPECT_THAT(spy::links(), testing::UnorderedElementsAreArray(
+                                  spy::main_chain(app()->genlist, app()->edit_button, app()->close_button, true)));
     EXPECT_NE(toastTimerTag, 0u);
     EXPECT_EQ(focused(), app()->genlist);
     press("Left");

@@ -6,6 +6,8 @@
 
 #include "desktop/log.h"
 #include "desktop/port_failures.h"
+#include "dlog.h"
+#include "spy.h"
 #include "television/language.h"
 #include "television/reader/reader.h"
 
@@ -40,10 +42,13 @@ ScreenTest::ScreenTest()
     setenv("VESK_LOG_LEVEL", "off", 1);
     use_product("television");
     vesk_port::set_log_sink([this](int priority, const std::string &tag, const std::string &text) {
-        if (tag == "VESK_LOG")
-            log_.push_back(parsed(priority, text));
+        if (tag != "VESK_LOG")
+            return;
+        const LogLine &line = log_.emplace_back(parsed(priority, text));
+        spy::note_line(std::string(1, "IWE"[priority - DLOG_INFO]) + " " + line.function + ": " + line.message);
     });
     reset_module_state();
+    spy::reset();
     spoken_texts.clear();
     vesk::reader::set_listener([](const std::string &text) { spoken_texts.push_back(text); });
 }
@@ -182,6 +187,7 @@ void ScreenTest::forget()
 {
     log_.clear();
     spoken_texts.clear();
+    spy::forget();
 }
 
 vesk_port::Device device(const std::string &name, int type, bool allowed, const std::string &links)

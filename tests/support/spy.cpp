@@ -1,0 +1,419 @@
+#include "spy.h"
+
+#include <algorithm>
+#include <cstring>
+#include <dlfcn.h>
+#include <ea.h>
+#include <libintl.h>
+#include <ostream>
+#include <rdm.h>
+#include <system_info.h>
+#include <ui_gadget.h>
+
+#include "ug/app_data.h"
+#include "ug/app_keys.h"
+
+namespace spy {
+
+namespace {
+
+/* Never deleted: the toolkit ends after the program's own objects, and calls on its way. */
+std::vector<Call> &calls = *new std::vector<Call>;
+
+/* The function of that name behind this program. */
+template <class Function> Function behind(Function, const char *name)
+{
+    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
+}
+
+void note(Call call)
+{
+    calls.push_back(std::move(call));
+}
+
+/* What an object is to the screen now. */
+std::string role(const Evas_Object *object)
+{
+    if (!object)
+        return "nothing";
+    if (!app_data)
+        return "object";
+    return object == app_data->base           ? "base"
+           : object == app_data->win          ? "window"
+           : object == app_data->genlist      ? "list"
+           : object == app_data->edit_button  ? "edit button"
+           : object == app_data->close_button ? "close button"
+                                              : "object";
+}
+
+const char *type_of(const Evas_Object *object)
+{
+    const char *type = object ? evas_object_type_get(object) : nullptr;
+    return type ? type : "";
+}
+
+std::string flag_on(const char *what, bool value, const Evas_Object *object)
+{
+    return what + std::to_string(value) + " on " + role(object);
+}
+
+} // namespace
+
+const std::vector<Call> &journal()
+{
+    return calls;
+}
+
+void forget()
+{
+    calls.clear();
+}
+
+void note_line(const std::string &line)
+{
+    calls.push_back({.function = "", .on = nullptr, .text = line});
+}
+
+std::vector<Call> calls_of(std::string_view function)
+{
+    std::vector<Call> found;
+    std::ranges::copy_if(calls, std::back_inserter(found), [&](const Call &call) { return call.function == function; });
+    return found;
+}
+
+std::vector<Call> calls_of(std::string_view function, const void *on)
+{
+    std::vector<Call> found = calls_of(function);
+    std::erase_if(found, [on](const Call &call) { return call.on != on; });
+    return found;
+}
+
+std::vector<std::string> steps(std::initializer_list<std::string_view> functions)
+{
+    std::vector<std::string> texts;
+    for (const Call &call : calls) {
+        if (call.function.empty() || std::ranges::find(functions, call.function) != functions.end())
+            texts.push_back(call.text);
+    }
+    return texts;
+}
+
+std::vector<std::string> screen_steps()
+{
+    return steps({"ea_init", "elm_app_base_scale_set", "elm_config_focus_highlight_enabled_set",
+                  "elm_object_signal_emit", "elm_popup_align_set", "elm_win_focus_highlight_enabled_set",
+                  "system_info_get_custom_bool", "ug_destroy_me", "ug_get_window"});
+}
+
+std::vector<std::string> signals_to(const void *object)
+{
+    std::vector<std::string> texts;
+    for (const Call &call : calls) {
+        if (call.on != object || !call.function.ends_with("_signal_emit"))
+            continue;
+        const size_t source = call.text.find(" from ");
+        const size_t role = call.text.rfind(" to ");
+        texts.push_back(call.text.substr(0, source) + "|" + call.text.substr(source + 6, role - source - 6));
+    }
+    return texts;
+}
+
+std::vector<std::string> layouts_of(const Elm_Object_Item *item)
+{
+    std::vector<std::string> texts = signals_to(item);
+    std::erase_if(texts, [](const std::string &text) { return !text.starts_with("theme,"); });
+    return texts;
+}
+
+std::ostream &operator<<(std::ostream &out, const Link &link)
+{
+    return out << link.from << " in direction " << link.direction << " to " << link.to;
+}
+
+std::vector<Link> links()
+{
+    std::vector<Link> found;
+    for (const Call &call : calls_of("elm_object_focus_next_object_set"))
+        found.push_back({static_cast<const Evas_Object *>(call.on),
+                         static_cast<Elm_Focus_Direction>(call.numbers.at(0)),
+                         static_cast<const Evas_Object *>(call.other)});
+    return found;
+}
+
+std::vector<Link> main_chain(const Evas_Object *list, const Evas_Object *first, const Evas_Object *second, bool reverse)
+{
+    const Elm_Focus_Direction to_list = reverse ? ELM_FOCUS_RIGHT : ELM_FOCUS_LEFT;
+    const Elm_Focus_Direction to_buttons = reverse ? ELM_FOCUS_LEFT : ELM_FOCUS_RIGHT;
+    return {{first, ELM_FOCUS_NEXT, list},   {first, to_list, list},     {second, ELM_FOCUS_NEXT, list},
+            {second, to_list, list},         {list, to_buttons, first},  {list, ELM_FOCUS_DOWN, list},
+            {first, ELM_FOCUS_DOWN, second}, {list, ELM_FOCUS_UP, list}, {second, ELM_FOCUS_UP, first}};
+}
+
+std::vector<Timer> timers()
+{
+    std::vector<Timer> found;
+    for (const Call &call : calls_of("ecore_timer_add"))
+        found.push_back({call.numbers.at(0), reinterpret_cast<Ecore_Task_Cb>(const_cast<void *>(call.other)), call.on});
+    return found;
+}
+
+Overrides &overrides()
+{
+    static auto &in_force = *new Overrides;
+    return in_force;
+}
+
+void reset()
+{
+    forget();
+    overrides() = {};
+}
+
+} // namespace spy
+
+using namespace spy;
+
+#define BEHIND(function) static const auto next = behind(&function, #function)
+
+extern "C" {
+
+/* --- Signals, focus and dimming --- */
+
+void elm_object_signal_emit(Evas_Object *object, const char *emission, const char *source)
+{
+    BEHIND(elm_object_signal_emit);
+    note({__func__, object, std::string(emission) + " from " + source + " to " + role(object)});
+    next(object, emission, source);
+}
+
+void elm_object_item_signal_emit(Elm_Object_Item *item, const char *emission, const char *source)
+{
+    BEHIND(elm_object_item_signal_emit);
+    note({__func__, item, std::string(emission) + " from " + source + " to row"});
+    next(item, emission, source);
+}
+
+void elm_object_focus_next_object_set(Evas_Object *from, Evas_Object *to, Elm_Focus_Direction direction)
+{
+    BEHIND(elm_object_focus_next_object_set);
+    note({__func__, from, "link", {static_cast<double>(direction)}, to});
+    next(from, to, direction);
+}
+
+void elm_config_focus_highlight_enabled_set(Eina_Bool enabled)
+{
+    BEHIND(elm_config_focus_highlight_enabled_set);
+    note({__func__, nullptr, "focus highlight " + std::to_string(enabled)});
+    next(enabled);
+}
+
+void elm_win_focus_highlight_enabled_set(Evas_Object *object, Eina_Bool enabled)
+{
+    BEHIND(elm_win_focus_highlight_enabled_set);
+    note({__func__, object, flag_on("focus highlight ", enabled, object)});
+    next(object, enabled);
+}
+
+void evas_object_focus_set(Evas_Object *object, Eina_Bool focus)
+{
+    BEHIND(evas_object_focus_set);
+    note({__func__, object, flag_on("canvas focus ", focus, object)});
+    next(object, focus);
+}
+
+/* The television has functions of these two names; the linker lets these stand before them. */
+void __real_elm_object_focus_set(Evas_Object *object, Eina_Bool focus);
+void __wrap_elm_object_focus_set(Evas_Object *object, Eina_Bool focus)
+{
+    note({"elm_object_focus_set", object, flag_on("focus ", focus, object)});
+    __real_elm_object_focus_set(object, focus);
+}
+
+void __real_elm_object_focus_allow_set(Evas_Object *object, Eina_Bool allow);
+void __wrap_elm_object_focus_allow_set(Evas_Object *object, Eina_Bool allow)
+{
+    note({"elm_object_focus_allow_set", object, flag_on("allow ", allow, object)});
+    __real_elm_object_focus_allow_set(object, allow);
+}
+
+/* --- Sizes, places and looks --- */
+
+void elm_app_base_scale_set(double scale)
+{
+    BEHIND(elm_app_base_scale_set);
+    note({__func__, nullptr, "base scale " + std::to_string(scale), {scale}});
+    next(scale);
+}
+
+void evas_object_show(Evas_Object *object)
+{
+    BEHIND(evas_object_show);
+    note({__func__, object, flag_on("show ", true, object)});
+    next(object);
+}
+
+void evas_object_move(Evas_Object *object, Evas_Coord x, Evas_Coord y)
+{
+    BEHIND(evas_object_move);
+    note({__func__, object, "moved", {static_cast<double>(x), static_cast<double>(y)}});
+    next(object, x, y);
+}
+
+void evas_object_resize(Evas_Object *object, Evas_Coord width, Evas_Coord height)
+{
+    BEHIND(evas_object_resize);
+    note({__func__, object, "resized", {static_cast<double>(width), static_cast<double>(height)}});
+    next(object, width, height);
+}
+
+void evas_object_size_hint_min_set(Evas_Object *object, Evas_Coord width, Evas_Coord height)
+{
+    BEHIND(evas_object_size_hint_min_set);
+    note({__func__, object, type_of(object), {static_cast<double>(width), static_cast<double>(height)}});
+    next(object, width, height);
+}
+
+void elm_popup_align_set(Evas_Object *popup, double horizontal, double vertical)
+{
+    BEHIND(elm_popup_align_set);
+    note({__func__, popup, "popup aligned", {horizontal, vertical}});
+    next(popup, horizontal, vertical);
+}
+
+Eina_Bool elm_object_style_set(Evas_Object *object, const char *style)
+{
+    BEHIND(elm_object_style_set);
+    note({__func__, object, style ? style : ""});
+    return next(object, style);
+}
+
+/* --- Rows --- */
+
+Elm_Genlist_Item_Class *elm_genlist_item_class_new(void)
+{
+    BEHIND(elm_genlist_item_class_new);
+    return overrides().no_row_classes ? nullptr : next();
+}
+
+Elm_Object_Item *elm_genlist_item_append(Evas_Object *list, const Elm_Genlist_Item_Class *row_class, const void *data,
+                                         Elm_Object_Item *parent, Elm_Genlist_Item_Type type, Evas_Smart_Cb selected,
+                                         const void *selected_data)
+{
+    BEHIND(elm_genlist_item_append);
+    const int wanted = overrides().no_row;
+    if (wanted >= 0 && elm_genlist_items_count(list) == static_cast<unsigned int>(wanted))
+        return nullptr;
+    if (overrides().on_append)
+        overrides().on_append(*const_cast<Elm_Genlist_Item_Class *>(row_class));
+    return next(list, row_class, data, parent, type, selected, selected_data);
+}
+
+int elm_genlist_item_index_get(const Elm_Object_Item *item)
+{
+    BEHIND(elm_genlist_item_index_get);
+    return overrides().no_indexes ? 0 : next(item);
+}
+
+Evas_Object *elm_object_item_track(Elm_Object_Item *item)
+{
+    BEHIND(elm_object_item_track);
+    return overrides().row_area ? overrides().row_area : next(item);
+}
+
+void elm_object_item_untrack(Elm_Object_Item *item)
+{
+    BEHIND(elm_object_item_untrack);
+    if (!overrides().row_area)
+        next(item);
+}
+
+/* --- Callbacks and clocks --- */
+
+void evas_object_event_callback_add(Evas_Object *object, Evas_Callback_Type type, Evas_Object_Event_Cb callback,
+                                    const void *data)
+{
+    BEHIND(evas_object_event_callback_add);
+    note({__func__,
+          object,
+          callback == Close_app_On_returnKey ? "keys of the screen" : "event callback",
+          {static_cast<double>(type)},
+          reinterpret_cast<const void *>(callback)});
+    next(object, type, callback, data);
+}
+
+Ecore_Timer *ecore_timer_add(double seconds, Ecore_Task_Cb callback, const void *data)
+{
+    BEHIND(ecore_timer_add);
+    note({__func__, data, "timer", {seconds}, reinterpret_cast<const void *>(callback)});
+    return next(seconds, callback, data);
+}
+
+/* --- Catalogue --- */
+
+char *dcgettext(const char *domain, const char *id, int category) noexcept
+{
+    static const auto next =
+        reinterpret_cast<char *(*)(const char *, const char *, int)>(dlsym(RTLD_NEXT, "dcgettext"));
+    const auto own = overrides().texts.find(id);
+    return own == overrides().texts.end() ? next(domain, id, category) : own->second.data();
+}
+
+/* --- Platform --- */
+
+int system_info_get_custom_bool(const char *key, bool *value)
+{
+    BEHIND(system_info_get_custom_bool);
+    note({__func__, nullptr, std::string(__func__) + " " + key});
+    return next(key, value);
+}
+
+int system_info_get_custom_string(const char *key, char **value)
+{
+    BEHIND(system_info_get_custom_string);
+    note({__func__, nullptr, key});
+    return next(key, value);
+}
+
+int system_info_get_value_string(int key, char **value)
+{
+    BEHIND(system_info_get_value_string);
+    note({__func__, nullptr, std::to_string(key)});
+    return next(key, value);
+}
+
+int ea_init(int first, int second)
+{
+    BEHIND(ea_init);
+    note({__func__, nullptr, "ea_init " + std::to_string(first) + " " + std::to_string(second)});
+    return next(first, second);
+}
+
+void *ug_get_window(void)
+{
+    BEHIND(ug_get_window);
+    note({__func__, nullptr, __func__});
+    return next();
+}
+
+int ug_destroy_me(ui_gadget_h gadget)
+{
+    BEHIND(ug_destroy_me);
+    note({__func__, gadget, __func__});
+    return next(gadget);
+}
+
+int rdm_remove_device(const char *mac, int mac_kind)
+{
+    BEHIND(rdm_remove_device);
+    note({__func__, nullptr, mac});
+    return next(mac, mac_kind);
+}
+
+int rdm_remove_all(void)
+{
+    BEHIND(rdm_remove_all);
+    note({__func__, nullptr, "all"});
+    return next();
+}
+
+} // extern "C"
