@@ -163,13 +163,16 @@ std::optional<std::string> read_setting(const std::string &key)
     return std::nullopt;
 }
 
-void write_setting(const std::string &key, const std::string &value)
+void write_setting(const std::string &key, const std::optional<std::string> &value)
 {
     const std::filesystem::path path = settings_file();
     make_folder_of(path);
     const FolderLock lock(path.parent_path());
     const KeyFile file = load(path);
-    g_key_file_set_string(file.get(), kGroup, key.c_str(), value.c_str());
+    if (value)
+        g_key_file_set_string(file.get(), kGroup, key.c_str(), value->c_str());
+    else
+        g_key_file_remove_key(file.get(), kGroup, key.c_str(), nullptr);
     GError *raw = nullptr;
     if (!g_key_file_save_to_file(file.get(), path.c_str(), &raw)) {
         const Error error(raw);

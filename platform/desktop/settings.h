@@ -34,9 +34,9 @@ std::string setting_word(const std::string &key, const std::string &value);
  * read. */
 std::optional<std::string> read_setting(const std::string &key);
 
-/* Stores a value; the file is replaced as a whole. Throws PortError when that cannot be done or the file that is
- * there is no key file, and leaves the file as it is then. */
-void write_setting(const std::string &key, const std::string &value);
+/* Stores a value, or takes the key out of the file for none; the file is replaced as a whole. Throws PortError when
+ * that cannot be done or the file that is there is no key file, and leaves the file as it is then. */
+void write_setting(const std::string &key, const std::optional<std::string> &value);
 
 /* Ends every watch of vconf_notify_key_changed, as a host has to before it unloads a module that may have left one. */
 void forget_setting_watches();
