@@ -76,9 +76,11 @@ int64_t first_number(const SqliteDatabase &database, const std::string &sql)
 /* Throws unless the file is a device database of this form and whole. Nothing has been written by then. */
 void check_contents(const SqliteDatabase &database)
 {
-    if (first_number(database, "PRAGMA application_id") != kApplicationId ||
-        first_number(database, "PRAGMA user_version") != kSchemaVersion)
+    const int64_t version = first_number(database, "PRAGMA user_version");
+    if (first_number(database, "PRAGMA application_id") != kApplicationId || version < kSchemaVersion)
         database.fail_as_damaged();
+    if (version > kSchemaVersion)
+        database.fail_as_later();
     SqliteStatement check(database, "PRAGMA quick_check(1)");
     if (!check.step() || check.text(0) != "ok")
         database.fail_as_damaged();
@@ -228,6 +230,13 @@ void DeviceStore::set_status(int64_t id, int32_t status)
 {
     SqliteStatement update(database(), "UPDATE devices SET status = ? WHERE id = ? RETURNING id");
     update.bind(int64_t{status}).bind(id);
+    finish_change(update, "number " + std::to_string(id));
+}
+
+void DeviceStore::rename(int64_t id, const std::string &name)
+{
+    SqliteStatement update(database(), "UPDATE devices SET name = ? WHERE id = ? RETURNING id");
+    update.bind(name).bind(id);
     finish_change(update, "number " + std::to_string(id));
 }
 

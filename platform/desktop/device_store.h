@@ -40,6 +40,7 @@ public:
 
     /* Change the device with that id. */
     void set_status(int64_t id, int32_t status);
+    void rename(int64_t id, const std::string &name);
     void remove(int64_t id);
 
     void remove_all();

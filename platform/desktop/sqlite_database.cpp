@@ -115,6 +115,14 @@ void SqliteDatabase::fail_as_damaged() const
                                   "anew, or name another file in VESK_DEVICES.");
 }
 
+void SqliteDatabase::fail_as_later() const
+{
+    throw PortError(-EBADMSG,
+                    "the device database " + file_.string() +
+                        " is of a later version of this program. It was left as it is; update the program, or "
+                        "name another file in VESK_DEVICES.");
+}
+
 SqliteTransaction::SqliteTransaction(const SqliteDatabase &database) : database_(database)
 {
     database_.execute("BEGIN IMMEDIATE");

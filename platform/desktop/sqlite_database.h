@@ -56,6 +56,9 @@ public:
     /* The sentence of every file that holds no table of devices that can be trusted. */
     [[noreturn]] void fail_as_damaged() const;
 
+    /* The sentence of a table in a form that only later programs know. */
+    [[noreturn]] void fail_as_later() const;
+
     sqlite3 *handle() const { return handle_.get(); }
 
 private:
