@@ -20,4 +20,6 @@ vesk_add_test(port_test LABEL unit LIBRARIES port_fixture SOURCES
   ${PROJECT_SOURCE_DIR}/tests/unit/port_text_test.cpp)
 
 vesk_add_test(veskctl_test LABEL e2e LIBRARIES port_fixture nlohmann_json::nlohmann_json SOURCES
+  ${PROJECT_SOURCE_DIR}/tests/e2e/veskctl_devices_test.cpp
+  ${PROJECT_SOURCE_DIR}/tests/e2e/veskctl_import_test.cpp
   ${PROJECT_SOURCE_DIR}/tests/e2e/veskctl_test.cpp)

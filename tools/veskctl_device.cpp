@@ -1,7 +1,6 @@
 #include "veskctl_device.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <glib.h>
 #include <optional>
@@ -9,16 +8,17 @@
 
 #include "desktop/port_error.h"
 #include "desktop/text.h"
-#include "veskctl_table.h"
 
 namespace veskctl {
 
 using vesk_port::Device;
+using vesk_port::in_quotes;
 using vesk_port::PortError;
 
 namespace {
 
 constexpr size_t kNameSize = 128; /* bytes in the service's record */
+constexpr size_t kMacSize = 17;   /* six pairs of digits and what separates them */
 
 /* Families by their number. */
 constexpr std::array<std::string_view, 32> kTypes{
@@ -29,17 +29,6 @@ constexpr std::array<std::string_view, 32> kTypes{
 };
 
 constexpr std::array<std::string_view, 2> kStatuses{"allow", "deny"};
-
-struct Address {
-    const char *member; /* in JSON, and the option on the command line */
-    std::string Device::*mac;
-};
-
-constexpr std::array kAddresses{
-    Address{"bt", &Device::bt_mac},
-    Address{"wifi", &Device::wifi_mac},
-    Address{"p2p", &Device::p2p_mac},
-};
 
 template <size_t count>
 std::optional<int32_t> position_in(const std::array<std::string_view, count> &words, const std::string &word)
@@ -62,22 +51,16 @@ template <size_t count> std::string word_at(const std::array<std::string_view, c
     throw PortError(-EINVAL, sentence);
 }
 
-std::string text_member(const std::string &member, const nlohmann::json &value)
+bool is_mac(const std::string &text)
 {
-    if (!value.is_string())
-        refuse("\"" + member + "\" is " + value.dump() + " and has to be a text.");
-    return value.get<std::string>();
-}
-
-/* A number, or a word that `number_of` knows. */
-int32_t number_member(const std::string &member, const nlohmann::json &value, int32_t (*number_of)(const std::string &))
-{
-    if (value.is_string() && number_of)
-        return number_of(value.get<std::string>());
-    const std::optional<int> number = value.is_number_integer() ? vesk_port::parse_int(value.dump()) : std::nullopt;
-    if (!number)
-        refuse("\"" + member + "\" is " + value.dump() + " and has to be a whole number of 32 bits.");
-    return *number;
+    if (text.size() != kMacSize)
+        return false;
+    for (size_t i = 0; i < text.size(); ++i) {
+        const bool separator = i % 3 == 2;
+        if (separator ? text[i] != ':' && text[i] != '-' : !g_ascii_isxdigit(text[i]))
+            return false;
+    }
+    return vesk_port::normal_mac(text) != "00:00:00:00:00:00";
 }
 
 } // namespace
@@ -88,18 +71,16 @@ int32_t type_of(const std::string &word)
         return *named;
     if (const auto number = vesk_port::parse_int(word))
         return *number;
-    refuse("\"" + word + "\" is no type; use a number or one of " + type_names() + ".");
+    refuse("unknown type " + in_quotes(word) + "; use a whole number or one of " + type_names());
 }
 
 int32_t status_of(const std::string &word)
 {
-    const auto status = position_in(kStatuses, word);
-    const auto number = vesk_port::parse_int(word);
-    if (status)
+    if (const auto status = position_in(kStatuses, word))
         return *status;
-    if (number && (*number == 0 || *number == 1))
-        return *number;
-    refuse("\"" + word + "\" is no status; use allow or deny.");
+    if (word == "0" || word == "1")
+        return word == "1";
+    refuse("unknown status " + in_quotes(word) + "; use allow or deny");
 }
 
 std::string type_word(int32_t type)
@@ -120,30 +101,32 @@ std::string type_names()
     return names;
 }
 
+void check_name(const std::string &name)
+{
+    if (name.find('\0') != std::string::npos)
+        refuse("the name " + in_quotes(name) + " contains a NUL character; leave it out");
+    if (!g_utf8_validate(name.data(), static_cast<gssize>(name.size()), nullptr))
+        refuse("the name " + in_quotes(name) + " is not UTF-8; write it in that encoding");
+    if (name.size() > kNameSize)
+        refuse("the name " + in_quotes(name) + " has " + std::to_string(name.size()) + " bytes; use at most " +
+               std::to_string(kNameSize));
+}
+
 void check_device(const Device &device)
 {
-    if (!g_utf8_validate(device.name.data(), static_cast<gssize>(device.name.size()), nullptr))
-        refuse("the name \"" + printable(device.name) + "\" is no UTF-8 text.");
-    if (device.name.size() > kNameSize)
-        refuse("the name \"" + printable(device.name) + "\" has " + std::to_string(device.name.size()) +
-               " bytes; at most " + std::to_string(kNameSize) + " fit.");
-    constexpr const char *form = "^[0-9A-Fa-f]{2}([:-][0-9A-Fa-f]{2}){5}\\z";
+    check_name(device.name);
     bool reachable = false;
     for (const Address &address : kAddresses) {
         const std::string &mac = device.*address.mac;
         if (mac.empty())
             continue;
-        if (!g_regex_match_simple(form, mac.c_str(), GRegexCompileFlags{}, GRegexMatchFlags{}) ||
-            vesk_port::normal_mac(mac) == "00:00:00:00:00:00")
-            refuse("\"" + printable(mac) + "\" (" + address.member +
-                   ") is no address; write six pairs of hexadecimal digits that are not all zero, like "
-                   "02:4b:11:a0:3c:01.");
+        if (!is_mac(mac))
+            refuse("invalid address " + in_quotes(mac) + " (" + address.member +
+                   "); use six pairs of hexadecimal digits that are not all zero, like 02:4b:11:a0:3c:01");
         reachable = true;
     }
     if (!reachable)
-        refuse("\"" + printable(device.name) + "\" has no address; give it a bt, wifi or p2p address.");
-    if (device.status != 0 && device.status != 1)
-        refuse(std::to_string(device.status) + " is no status; use allow or deny.");
+        refuse("the device " + in_quotes(device.name) + " has no address; give it a bt, wifi or p2p address");
 }
 
 nlohmann::json json_of(const Device &device)
@@ -156,30 +139,6 @@ nlohmann::json json_of(const Device &device)
     json["icon"] = device.icon;
     json["status"] = status_word(device.status);
     return json;
-}
-
-Device device_of(const nlohmann::json &json)
-{
-    if (!json.is_object())
-        refuse("it is " + json.dump() + " and has to be an object with name, bt, wifi, p2p, type, icon and status.");
-    Device device;
-    for (const auto &[member, value] : json.items()) {
-        const auto address = std::ranges::find(kAddresses, member, &Address::member);
-        if (address != kAddresses.end())
-            device.*address->mac = text_member(member, value);
-        else if (member == "name")
-            device.name = text_member(member, value);
-        else if (member == "type")
-            device.type = number_member(member, value, type_of);
-        else if (member == "icon")
-            device.icon = number_member(member, value, nullptr);
-        else if (member == "status")
-            device.status = number_member(member, value, status_of);
-        else
-            refuse("\"" + member + "\" is unknown; there are name, bt, wifi, p2p, type, icon and status.");
-    }
-    check_device(device);
-    return device;
 }
 
 } // namespace veskctl

@@ -1,14 +1,26 @@
 #pragma once
 /* One device in the words of the command line and in JSON. */
 
+#include <array>
 #include <cstdint>
 #include <string>
 
 #include <nlohmann/json.hpp>
 
-#include "desktop/device_store.h"
+#include "desktop/device.h"
 
 namespace veskctl {
+
+struct Address {
+    const char *member; /* in JSON */
+    std::string vesk_port::Device::*mac;
+};
+
+inline constexpr std::array kAddresses{
+    Address{"bt", &vesk_port::Device::bt_mac},
+    Address{"wifi", &vesk_port::Device::wifi_mac},
+    Address{"p2p", &vesk_port::Device::p2p_mac},
+};
 
 /* A family's number or name, such as 1 or "phone". Both throw PortError for a word that is neither. */
 int32_t type_of(const std::string &word);
@@ -20,13 +32,13 @@ std::string status_word(int32_t status);
 /* All names of families, separated by commas. */
 std::string type_names();
 
+/* Throws PortError unless a device can have the name. */
+void check_name(const std::string &name);
+
 /* Throws PortError unless the device can be registered: a name that fits, addresses of the right form, and one address
  * at least, since the service knows a device by its addresses. */
 void check_device(const vesk_port::Device &device);
 
 nlohmann::json json_of(const vesk_port::Device &device);
-
-/* Reads what json_of writes; type and status may also be words or numbers. Throws PortError, naming the device. */
-vesk_port::Device device_of(const nlohmann::json &json);
 
 } // namespace veskctl

@@ -7,13 +7,14 @@
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
-#include "desktop/port_error.h"
 #include "desktop/product.h"
+#include "desktop/text.h"
 #include "veskctl.h"
 #include "veskctl_table.h"
 
 namespace veskctl {
 
+using vesk_port::escaped;
 using vesk_port::ProductProfile;
 
 namespace {
@@ -26,42 +27,56 @@ void list_products(bool as_json)
     for (const ProductProfile &profile : vesk_port::product_profiles()) {
         const bool in_use = profile.name == chosen;
         list.push_back({{"name", profile.name}, {"title", profile.title}, {"in_use", in_use}});
-        rows.push_back({in_use ? "*" : " ", profile.name, profile.title});
+        rows.push_back({in_use ? "*" : " ", escaped(profile.name), escaped(profile.title)});
     }
     if (as_json)
-        std::puts(list.dump(2).c_str());
+        print_json(list);
     else
         print_table({" ", "PRODUCT", "TITLE"}, rows);
 }
 
+nlohmann::json facts_of(const ProductProfile &profile)
+{
+    nlohmann::json facts = profile.sections;
+    const auto switches = facts.find(vesk_port::kCustomBoolSection);
+    if (switches == facts.end())
+        return facts;
+    for (nlohmann::json &fact : *switches) {
+        if (fact == "true" || fact == "false")
+            fact = fact == "true";
+    }
+    return facts;
+}
+
 void show_product(const std::string &product, bool as_json)
 {
-    const ProductProfile profile = vesk_port::load_product(product.empty() ? vesk_port::chosen_product() : product);
+    const ProductProfile profile = product.empty() ? vesk_port::load_product(vesk_port::chosen_product())
+                                                   : as_usage([&] { return vesk_port::load_product(product); });
     if (as_json) {
-        const nlohmann::json json{{"name", profile.name},
-                                  {"title", profile.title},
-                                  {"file", profile.file.string()},
-                                  {"facts", profile.sections}};
-        std::puts(json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace).c_str());
+        print_json({{"name", profile.name},
+                    {"title", profile.title},
+                    {"file", profile.file.string()},
+                    {"facts", facts_of(profile)}});
         return;
     }
-    std::printf("%s: %s (%s)\n", printable(profile.name).c_str(), printable(profile.title).c_str(),
-                profile.file.c_str());
+    std::printf("%s: %s (%s)\n", escaped(profile.name).c_str(), escaped(profile.title).c_str(),
+                escaped(profile.file.string()).c_str());
     std::vector<std::vector<std::string>> rows;
     for (const auto &[section, facts] : profile.sections) {
         for (const auto &[key, value] : facts)
-            rows.push_back({section, printable(key), printable(value)});
+            rows.push_back({section, escaped(key), escaped(value)});
     }
     print_table({"SECTION", "KEY", "VALUE"}, rows);
 }
 
 void use_product(const std::string &product)
 {
+    as_usage([&] { vesk_port::load_product(product); });
     vesk_port::choose_product(product);
     const char *variable = std::getenv("VESK_PRODUCT");
     if (variable && *variable)
         std::fprintf(stderr, "veskctl: the choice is kept, but VESK_PRODUCT=%s holds as long as it is set.\n",
-                     variable);
+                     vesk_port::short_message(variable).c_str());
 }
 
 } // namespace

@@ -11,12 +11,14 @@
 
 #include "desktop/port_error.h"
 #include "desktop/settings.h"
+#include "desktop/text.h"
 #include "vconf.h"
 #include "veskctl.h"
 #include "veskctl_table.h"
 
 namespace veskctl {
 
+using vesk_port::escaped;
 using vesk_port::PortError;
 
 namespace {
@@ -31,39 +33,55 @@ std::string word_of(const std::string &key)
     return vesk_port::setting_word(key, *value);
 }
 
+/* The key of a name on the command line. */
+std::string key_of(const std::string &name)
+{
+    return as_usage([&] { return vesk_port::setting_key(name); });
+}
+
+/* A switch is a truth value, anything else a text. */
+nlohmann::json json_of(const std::string &key, const std::string &word)
+{
+    if (key == vesk_port::kHighContrastSetting.key && (word == "on" || word == "off"))
+        return word == "on";
+    return word;
+}
+
 void get_settings(const std::string &name, bool as_json)
 {
     if (!name.empty()) {
-        const std::string word = word_of(vesk_port::setting_key(name));
-        std::puts(as_json ? nlohmann::json(word).dump().c_str() : printable(word).c_str());
+        const std::string key = key_of(name);
+        const std::string word = word_of(key);
+        std::puts(as_json ? json_text(json_of(key, word)).c_str() : escaped(word).c_str());
         return;
     }
     nlohmann::json object = nlohmann::json::object();
     std::vector<std::vector<std::string>> rows;
     for (const vesk_port::Setting &setting : vesk_port::kSettings) {
         const std::string word = word_of(setting.key);
-        object[setting.alias] = word;
-        rows.push_back({setting.alias, printable(word), setting.key});
+        object[setting.alias] = json_of(setting.key, word);
+        rows.push_back({setting.alias, escaped(word), setting.key});
     }
     if (as_json)
-        std::puts(object.dump(2).c_str());
+        print_json(object);
     else
         print_table({"SETTING", "VALUE", "KEY"}, rows);
 }
 
 void set_setting(const std::string &name, const std::string &word)
 {
-    const std::string key = vesk_port::setting_key(name);
-    vesk_port::write_setting(key, vesk_port::setting_value(key, word));
+    const std::string key = key_of(name);
+    const std::string value = as_usage([&] { return vesk_port::setting_value(key, word); });
+    vesk_port::write_setting(key, value);
 }
 
 /* One line for the setting as it is now, under the name that was asked for. */
 void print_setting(const std::string &name)
 {
     try {
-        std::printf("%s %s\n", name.c_str(), printable(word_of(vesk_port::setting_key(name))).c_str());
+        std::printf("%s %s\n", escaped(name).c_str(), escaped(word_of(vesk_port::setting_key(name))).c_str());
     } catch (const PortError &) {
-        std::printf("%s\n", name.c_str());
+        std::printf("%s\n", escaped(name).c_str());
     }
     std::fflush(stdout);
 }
@@ -76,9 +94,9 @@ void watch_settings(std::vector<std::string> names)
     }
     const auto changed = [](keynode_t *, void *name) { print_setting(*static_cast<std::string *>(name)); };
     for (std::string &name : names) {
-        const std::string key = vesk_port::setting_key(name);
+        const std::string key = key_of(name);
         if (const int code = vconf_notify_key_changed(key.c_str(), changed, &name))
-            throw PortError(code, "the setting " + name + " cannot be watched; the line above tells why.");
+            throw PortError(code, "the setting " + name + " cannot be watched; see the line above for the reason");
     }
     for (const std::string &name : names)
         print_setting(name);
@@ -131,6 +149,10 @@ void add_setting_commands(CLI::App &program)
                     "ar_AE.UTF-8")
         ->required();
     set->callback([given] { set_setting(given->name, given->value); });
+
+    CLI::App *unset = settings->add_subcommand("unset", "Takes a setting's value away, so that its default holds");
+    unset->add_option("name", given->name, name_help)->required();
+    unset->callback([given] { vesk_port::write_setting(key_of(given->name), std::nullopt); });
 
     CLI::App *watch =
         settings->add_subcommand("watch", "Prints settings now and after each change, until it is interrupted");

@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <glib.h>
 
+#include "desktop/text.h"
+
 namespace veskctl {
 
 namespace {
@@ -33,24 +35,6 @@ void print_row(const std::vector<std::string> &cells, const std::vector<size_t> 
 
 } // namespace
 
-std::string printable(const std::string &text)
-{
-    gchar *valid = g_utf8_make_valid(text.data(), static_cast<gssize>(text.size()));
-    std::string line;
-    for (const char *c = valid; *c; c = g_utf8_next_char(c)) {
-        const gunichar character = g_utf8_get_char(c);
-        if (g_unichar_iscntrl(character)) {
-            std::array<char, 16> escape{};
-            std::snprintf(escape.data(), escape.size(), "\\u%04x", character);
-            line += escape.data();
-        } else {
-            line.append(c, static_cast<size_t>(g_utf8_next_char(c) - c));
-        }
-    }
-    g_free(valid);
-    return line;
-}
-
 void print_table(const std::vector<std::string> &titles, const std::vector<std::vector<std::string>> &rows)
 {
     std::vector<size_t> widths;
@@ -63,6 +47,28 @@ void print_table(const std::vector<std::string> &titles, const std::vector<std::
     print_row(titles, widths);
     for (const std::vector<std::string> &row : rows)
         print_row(row, widths);
+}
+
+std::string json_text(const nlohmann::json &value)
+{
+    const std::string dumped = value.dump(2, ' ', false, nlohmann::json::error_handler_t::replace);
+    std::string text;
+    for (const char *c = dumped.c_str(); *c; c = g_utf8_next_char(c)) {
+        const gunichar character = g_utf8_get_char(c);
+        if (character != '\n' && vesk_port::is_unprintable(character)) {
+            std::array<char, 8> escape{};
+            std::snprintf(escape.data(), escape.size(), "\\u%04x", character & 0xffffU);
+            text += escape.data();
+        } else {
+            text.append(c, static_cast<size_t>(g_utf8_next_char(c) - c));
+        }
+    }
+    return text;
+}
+
+void print_json(const nlohmann::json &value)
+{
+    std::puts(json_text(value).c_str());
 }
 
 } // namespace veskctl
