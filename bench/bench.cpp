@@ -11,6 +11,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "desktop/output.h"
 #include "measurements.h"
 #include "report.h"
 
@@ -108,6 +109,7 @@ void measure(const Options &options)
 
 int main(int argc, char **argv)
 {
+    vesk_port::check_output_at_exit("vesk-bench");
     std::signal(SIGPIPE, SIG_IGN); /* a subject that has ended is told by the failed write */
     Options options;
     CLI::App program("Measures the device list beside a bare toolkit program with the same widgets.", "vesk-bench");

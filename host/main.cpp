@@ -1,13 +1,20 @@
 /* vesk-host: a television on the desktop that runs the device manager. */
 
 #include <Ecore_Input.h>
+#include <cerrno>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <optional>
 #include <stdexcept>
+#include <string>
+#include <string_view>
+#include <unistd.h>
 
 #include "desktop/log.h"
-#include "desktop/port_error.h"
+#include "desktop/output.h"
 #include "desktop/settings.h"
+#include "desktop/text.h"
 #include "dlog.h"
 #include "options.h"
 #include "remote_script.h"
@@ -22,6 +29,11 @@ namespace {
 
 using namespace vesk;
 
+void tell(const std::string &message)
+{
+    std::fprintf(stderr, "vesk-host: %s\n", vesk_port::short_message(message).c_str());
+}
+
 /* Without an option the terminal tells what a user can do something about: the port's own sentences. A module closes
    the service a second time when it ends, on purpose; that failure is nobody's concern. */
 void tell_on_terminal(int priority, const std::string &tag, const std::string &text)
@@ -29,7 +41,7 @@ void tell_on_terminal(int priority, const std::string &tag, const std::string &t
     if (text.starts_with("rdm_deinit "))
         return;
     if (tag == vesk_port::kPortTag && priority >= DLOG_WARN)
-        std::fprintf(stderr, "vesk-host: %s\n", text.c_str());
+        tell(text);
 }
 
 void set_up_log(const Options &options)
@@ -72,8 +84,7 @@ std::string chosen_locale()
 void set_up_language(const std::string &language)
 {
     if (!use_language(language))
-        std::fprintf(stderr, "vesk-host: there are no texts in the language \"%s\"; they are shown in English.\n",
-                     language.c_str());
+        tell("there are no texts in the language " + vesk_port::in_quotes(language) + "; they are shown in English");
 }
 
 /* The keyboard's keys go to the panel as keys of the remote; nobody else gets them. */
@@ -109,10 +120,24 @@ void end_on_signals(bool &ended)
     ecore_event_handler_prepend(ECORE_EVENT_SIGNAL_HUP, end, &ended);
 }
 
+/* An empty file that nobody else can have prepared, in a folder that everybody may write to. */
+std::filesystem::path new_picture_file()
+{
+    constexpr std::string_view ending = ".png";
+    const char *variable = std::getenv("TMPDIR");
+    const std::string folder = variable && *variable ? variable : "/tmp";
+    std::string file = folder + "/vesk-host-XXXXXX" + std::string(ending);
+    const int fd = mkstemps(file.data(), static_cast<int>(ending.size()));
+    if (fd < 0)
+        throw std::runtime_error("no picture can be made in the folder " + vesk_port::in_quotes(folder) + ": " +
+                                 std::strerror(errno) + "; name a file with --screenshot");
+    close(fd);
+    return file;
+}
+
 void take_picture(Panel &panel, const Options &options)
 {
-    const auto file =
-        options.screenshot.empty() ? std::filesystem::temp_directory_path() / "vesk-host.png" : options.screenshot;
+    const auto file = options.screenshot.empty() ? new_picture_file() : options.screenshot;
     panel.save(file);
     std::printf("%s\n", file.c_str());
 }
@@ -157,6 +182,7 @@ void play(const Options &options)
 
 int main(int argc, char **argv)
 {
+    vesk_port::check_output_at_exit("vesk-host");
     int exit_code = 0;
     const auto options = vesk::read_options(argc, argv, exit_code);
     if (!options)
@@ -167,7 +193,7 @@ int main(int argc, char **argv)
         play(*options);
         return 0;
     } catch (const std::exception &error) {
-        std::fprintf(stderr, "vesk-host: %s\n", error.what());
+        tell(error.what());
         return 1;
     }
 }

@@ -6,10 +6,11 @@
 
 #include <CLI/CLI.hpp>
 
+#include "desktop/command_line.h"
 #include "desktop/log.h"
-#include "desktop/port_error.h"
 #include "desktop/product.h"
 #include "desktop/settings.h"
+#include "desktop/text.h"
 #include "remote_script.h"
 #include "television/share.h"
 #include "television/toolkit.h"
@@ -18,7 +19,6 @@ namespace vesk {
 
 namespace {
 
-constexpr int kMisused = 2;
 constexpr size_t kHelpColumn = 24; /* help fits a terminal of 80 x 24 */
 
 /* A check that takes what `read` reads without throwing. */
@@ -41,8 +41,8 @@ void check_scale(const std::string &text)
     double scale = 0.0;
     const auto *end = text.data() + text.size();
     const auto result = std::from_chars(text.data(), end, scale);
-    if (result.ec != std::errc() || result.ptr != end || scale < 0.5 || scale > 2.0)
-        throw std::runtime_error("\"" + text + "\" is no scale; use a number from 0.5 to 2.");
+    if (result.ec != std::errc() || result.ptr != end || !(scale >= 0.5 && scale <= 2.0))
+        throw std::runtime_error("unknown scale " + vesk_port::in_quotes(text) + "; use a number from 0.5 to 2");
 }
 
 std::vector<std::string> words_of(const std::string &text)
@@ -63,6 +63,7 @@ std::optional<Options> read_options(int argc, char **argv, int &exit_code)
     bool no_animations = false;
 
     CLI::App program("Plays a television with its device manager.", "vesk-host");
+    program.failure_message(vesk_port::usage_message);
     program.get_formatter()->column_width(kHelpColumn);
     program.get_formatter()->label("REQUIRED", "");
     program.set_version_flag("--version", "vesk-host " VESK_VERSION);
@@ -102,7 +103,7 @@ std::optional<Options> read_options(int argc, char **argv, int &exit_code)
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError &error) {
-        exit_code = program.exit(error) == 0 ? 0 : kMisused;
+        exit_code = program.exit(error) == 0 ? 0 : vesk_port::kMisused;
         return {};
     }
     options.keys = words_of(keys);

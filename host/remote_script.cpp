@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "desktop/text.h"
+
 namespace vesk {
 
 namespace {
@@ -79,9 +81,9 @@ RemoteStep read_remote_word(const std::string &word)
         step.kind = RemoteStep::Kind::tap;
         return step;
     }
-    throw std::runtime_error("\"" + word +
-                             "\" is no key; use Up, Down, Left, Right, Return, XF86Back, XF86Close, "
-                             "tap:X,Y or wait:MILLISECONDS.");
+    throw std::runtime_error("unknown key " + vesk_port::in_quotes(word) +
+                             "; use Up, Down, Left, Right, Return, XF86Back, XF86Close, tap:X,Y or "
+                             "wait:MILLISECONDS");
 }
 
 void play_remote(Panel &panel, const std::vector<std::string> &words, const std::function<bool()> &over)

@@ -9,9 +9,10 @@
 
 namespace vesk {
 
-/* Which keys of the keyboard are the remote's. */
+/* Which keys of the keyboard are the remote's, and what the pointer does. */
 inline constexpr const char *kRemoteKeysLine =
-    "Keys: arrows, Enter, Esc or Backspace is Back, F4 is Close; a click is a touch.";
+    "Keys: arrows, Enter, Esc or Backspace is Back, F4 is Close. A click is a touch;\n"
+    "on a television it only moves to a choice of a drop-down, and Enter takes it.";
 
 /* One step of a script: a key of the remote, a finger, or a pause. */
 struct RemoteStep {

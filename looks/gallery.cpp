@@ -14,6 +14,7 @@
 
 #include "checks.h"
 #include "chosen.h"
+#include "desktop/output.h"
 #include "page.h"
 #include "scene.h"
 #include "workers.h"
@@ -188,6 +189,7 @@ int run(const Options &options)
 
 int main(int argc, char **argv)
 {
+    vesk_port::check_output_at_exit("vesk-gallery");
     Options options;
     bool list = false;
     CLI::App app{

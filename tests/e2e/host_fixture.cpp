@@ -86,6 +86,11 @@ ProcessResult HostTest::run(std::vector<std::string> arguments)
         arguments.emplace_back(option);
     if (!names(arguments, "--screenshot"))
         arguments.insert(arguments.end(), {"--screenshot", picture_});
+    return run_as_given(arguments);
+}
+
+ProcessResult HostTest::run_as_given(const std::vector<std::string> &arguments)
+{
     spawn(arguments);
     return finish();
 }

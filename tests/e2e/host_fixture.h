@@ -14,7 +14,10 @@ protected:
        another file. */
     ProcessResult run(std::vector<std::string> arguments);
 
-    /* The same with keys: "Down Return". */
+    /* Runs the host with these arguments alone until it ends. */
+    ProcessResult run_as_given(const std::vector<std::string> &arguments);
+
+    /* Like run(), with keys: "Down Return". */
     ProcessResult play(const std::string &keys, std::vector<std::string> arguments = {});
 
     /* Starts the host and waits until its screen is up and the keys have been pressed; it stays for a minute. */

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "full_output.h"
 #include "host_fixture.h"
 
 using testing::AllOf;
@@ -51,10 +52,61 @@ TEST_F(HostOptions, WrongValuesAreNamedWithWhatIsAllowed)
     expect_refused({"--product", "radio"}, 2, "television");
     expect_refused({"--orientation", "sideways"}, 2, "landscape or portrait");
     expect_refused({"--scale", "nine"}, 2, "from 0.5 to 2");
+    for (const char *scale : {"nan", "inf", "-inf", "0.49", "2.01", "1e400", "-1"})
+        expect_refused({"--scale", scale}, 2,
+                       std::string("unknown scale \"") + scale + "\"; use a number from 0.5 to 2");
     expect_refused({"--log-level", "loud"}, 2, "info, warning, error or off");
-    expect_refused({"--keys", "Down Jump"}, 2, "\"Jump\" is no key");
+    expect_refused({"--keys", "Down Jump"}, 2, "unknown key \"Jump\"");
     expect_refused({"--keys", "wait:soon"}, 2, "wait:MILLISECONDS");
-    expect_refused({"--what"}, 2, "--what");
+    expect_refused({"--what"}, 2, "unknown option \"--what\"; see vesk-host --help");
+}
+
+TEST_F(HostOptions, MessagesAreShortAndCannotSteerTheTerminal)
+{
+    for (const char *option : {"--scale", "--keys", "--orientation", "--product", "--what"}) {
+        const ProcessResult result = run({option, "a\u009b\u202e\033[m" + std::string(100'000, 'x')});
+        EXPECT_EQ(result.exit_code, 2);
+        EXPECT_THAT(result.err, StartsWith("vesk-host: "));
+        EXPECT_EQ(std::ranges::count(result.err, '\n'), 1);
+        EXPECT_LT(result.err.size(), 1100U);
+        for (const char *raw : {"\u009b", "\u202e", "\033"})
+            EXPECT_EQ(result.err.find(raw), std::string::npos) << option;
+    }
+}
+
+TEST_F(HostOptions, HelpTellsWhatAClickDoes)
+{
+    EXPECT_THAT(run({"--help"}).out, AllOf(HasSubstr("A click is a touch"), HasSubstr("only moves")));
+}
+
+TEST_F(HostOptions, OutputThatIsLostIsAFailure)
+{
+    for (const char *program : {VESK_HOST, VESK_GALLERY, VESK_BENCH})
+        expect_loss_is_told(program, {"--help"});
+    expect_loss_is_told(VESK_HOST, {"--no-display", "--no-animations", "--screenshot", picture_});
+    EXPECT_EQ(size_of_png(picture_), std::make_pair(1920U, 1080U));
+}
+
+TEST_F(HostOptions, ThePictureWithoutADisplayIsAFreshFileOfTheUser)
+{
+    const auto victim = folder_ / "victim";
+    write_file(victim, "untouched");
+    std::filesystem::create_symlink(victim, folder_ / "vesk-host.png");
+    std::vector<std::string> pictures;
+    for (int i = 0; i < 2; ++i) {
+        const ProcessResult result = run_as_given({"--no-display", "--no-animations"});
+        ASSERT_EQ(result.exit_code, 0) << result.err;
+        pictures.push_back(result.out.substr(0, result.out.find('\n')));
+        EXPECT_EQ(size_of_png(pictures.back()), std::make_pair(1920U, 1080U));
+        EXPECT_EQ(std::filesystem::status(pictures.back()).permissions(), std::filesystem::perms(0600));
+        EXPECT_EQ(std::filesystem::path(pictures.back()).parent_path(), folder_);
+    }
+    EXPECT_NE(pictures[0], pictures[1]);
+    EXPECT_EQ(contents_of(victim), "untouched");
+    setenv("TMPDIR", (folder_ / "none").c_str(), 1);
+    const ProcessResult result = run_as_given({"--no-display", "--no-animations"});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_THAT(result.err, AllOf(HasSubstr("none"), HasSubstr("--screenshot")));
 }
 
 TEST_F(HostOptions, AModuleThatCannotBeRunIsNamed)
