@@ -7,25 +7,23 @@
 #include "log.h"
 #include "translate.h"
 #include "ug/app_data.h"
-#include "ug/delete_popup.h"
 #include "ug/detail_popup.h"
-#include "ug/device_list_screen.h"
+#include "ug/direction.h"
 #include "ug/focus.h"
 #include "ug/keys.h"
 #include "ug/layout.h"
 #include "ug/markup.h"
+#include "ug/orientation.h"
+#include "ug/pending_focus.h"
 #include "ug/rows.h"
 #include "ug/screen_reader.h"
-#include "ug/settings_watch.h"
+#include "ug/sizing.h"
 #include "vesk/device_actions.h"
 #include "vesk/device_table.h"
 
 bool b_popup_expanded;
 int32_t g_subpopup_index;
 Elm_Object_Item *pItem;
-int32_t selected_item_index;
-int32_t subpopup_position;
-bool b_subpopup_entered;
 
 enum Choice { kChoiceAllow, kChoiceDeny, kChoiceDetails };
 

@@ -3,6 +3,9 @@
 
 #include <Elementary.h>
 
+#include "ug/rows.h"
+#include "ug/screen_reader.h"
+
 struct AppData;
 
 /* On an interactive board the open drop-down is armed: its own preselection counts as the first tap, the user's next
@@ -15,15 +18,6 @@ extern int32_t g_subpopup_index;
 
 /* The preselected row of the drop-down. */
 extern Elm_Object_Item *pItem;
-
-/* Table row of the device that is acted on; the detail popup shows this device. */
-extern int32_t selected_item_index;
-
-/* The screen reader's idea of the focused choice. It counts three choices also while the third is disabled. */
-extern int32_t subpopup_position;
-
-/* Whether the drop-down's introduction has been read aloud. */
-extern bool b_subpopup_entered;
 
 /* Opens the drop-down: select callback of the main list's rows; `data` is the AppData. */
 void _create_popup(void *data, Evas_Object *obj, void *event_info);

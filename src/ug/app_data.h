@@ -53,7 +53,3 @@ void delete_object(Evas_Object *&object);
 
 /* The same for a popup on the screen, which is hidden first. */
 void remove_popup(Evas_Object *&popup);
-
-/* Brings all state of the module back to what it is right after loading, but for the two cursors of the service list,
- * which live as long as the module. For programs that run the module several times without unloading it. */
-void reset_module_state();

@@ -3,15 +3,12 @@
 #include <initializer_list>
 
 #include "log.h"
-#include "ug/action_popup.h"
 #include "ug/app_data.h"
-#include "ug/buttons.h"
 #include "ug/delete_popup.h"
 #include "ug/edit_mode.h"
-#include "ug/focus.h"
+#include "ug/edit_state.h"
 #include "ug/keys.h"
-#include "ug/live_updates.h"
-#include "ug/module.h"
+#include "ug/watches.h"
 #include "vesk/device_table.h"
 
 int32_t current_position;
@@ -63,28 +60,4 @@ void Close_app_On_returnKey(void *data, Evas * /*canvas*/, Evas_Object * /*obj*/
     }
     track_row(app, key);
     LOG_I("done");
-}
-
-static void leave_edit_mode(AppData *app)
-{
-    refresh_genlist(app);
-    show_normal_buttons(app);
-    focus_list(app);
-    undim_button(app->close_button);
-    delete_object(app->exit_button);
-    set_main_focus_chain(app);
-    b_edit_status = false;
-}
-
-void Clicked_outside_app_cb(void *data, Evas_Object *obj, void *event_info)
-{
-    AppData *app = static_cast<AppData *>(data);
-    g_orientation_checkbox_count = 0;
-    g_checkbox_index = 0;
-    if (!b_edit_status)
-        _closebutton_cb(app, obj, event_info);
-    else if (b_popup_expanded)
-        _item_selected(app);
-    else if (device_count >= 1)
-        leave_edit_mode(app);
 }

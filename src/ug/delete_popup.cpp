@@ -10,17 +10,17 @@
 #include "translate.h"
 #include "ug/app_data.h"
 #include "ug/buttons.h"
-#include "ug/edit_mode.h"
+#include "ug/edit_state.h"
 #include "ug/focus.h"
 #include "ug/keys.h"
-#include "ug/live_updates.h"
+#include "ug/main_list.h"
 #include "ug/markup.h"
+#include "ug/pending_focus.h"
 #include "ug/screen_reader.h"
 #include "vesk/device_actions.h"
 #include "vesk/device_list.h"
 #include "vesk/device_table.h"
 
-bool b_delete_popup_entered;
 bool b_disable_focus;
 guint toastTimerTag;
 
@@ -33,8 +33,6 @@ constexpr guint kToastMilliseconds = 3000;
 
 /* A toast whose text is wider than this, in pixels, gets several lines. */
 constexpr int kSingleLineWidth = 990;
-
-static Ecore_Timer *focus_timer;
 
 /* The toast on the host's window. It is left to the window when the module closes before its end. */
 static Evas_Object *toast;
@@ -210,25 +208,4 @@ gboolean __toast_timer_expired(gpointer data)
     }
     LOG_I("Exit");
     return G_SOURCE_REMOVE;
-}
-
-Eina_Bool _timer_cb(void *data)
-{
-    focus_timer = nullptr;
-    LOG_I("  _timer_cb  [%p]", data);
-    elm_object_focus_set(static_cast<Evas_Object *>(data), EINA_TRUE);
-    return ECORE_CALLBACK_CANCEL;
-}
-
-void focus_soon(Evas_Object *object)
-{
-    forget_focus();
-    focus_timer = ecore_timer_add(0.01, _timer_cb, object);
-}
-
-void forget_focus()
-{
-    if (focus_timer)
-        ecore_timer_del(focus_timer);
-    focus_timer = nullptr;
 }

@@ -4,10 +4,10 @@
 #include <Elementary.h>
 #include <glib.h>
 
-struct AppData;
+#include "ug/pending_focus.h"
+#include "ug/screen_reader.h"
 
-/* Whether the confirmation's introduction has been read aloud. */
-extern bool b_delete_popup_entered;
+struct AppData;
 
 /* The toast is up: keys are only logged. */
 extern bool b_disable_focus;
@@ -29,13 +29,3 @@ void _close_delete_popup_on_returnkey(void *data, Evas *canvas, Evas_Object *obj
 
 /* Ends the toast: the screen takes keys again. `data` is the AppData. Returns FALSE: the source ends. */
 gboolean __toast_timer_expired(gpointer data);
-
-/* Gives the object `data` the focus; returns ECORE_CALLBACK_CANCEL. */
-Eina_Bool _timer_cb(void *data);
-
-/* Gives `object` the focus 0.01 s from now, when the popup that opens or closes has settled. A later call takes the
- * place of an earlier one. */
-void focus_soon(Evas_Object *object);
-
-/* Forgets an object that is still to be focused. */
-void forget_focus();

@@ -1,17 +1,17 @@
 #include "ug/detail_popup.h"
 
 #include <cstdio>
-#include <system_info.h>
 
 #include "log.h"
 #include "translate.h"
 #include "ug/app_data.h"
 #include "ug/buttons.h"
-#include "ug/device_list_screen.h"
 #include "ug/focus.h"
 #include "ug/keys.h"
 #include "ug/layout.h"
 #include "ug/markup.h"
+#include "ug/orientation.h"
+#include "ug/platform_facts.h"
 #include "ug/rows.h"
 #include "ug/service_list.h"
 #include "vesk/device_services.h"
@@ -34,16 +34,6 @@ constexpr int kMarginHeight = 504;
 
 /* Both texts are formatted into buffers of this size, in bytes; longer ones are cut. */
 constexpr size_t kMarkupSize = 300;
-
-static bool isJuniperLarchProduct()
-{
-    bool supported = false;
-    if (system_info_get_custom_bool("com.corvane/featureconf/product.juniper_support", &supported) != 0) {
-        LOG_E("failed system_info_get_value_bool for larhc support");
-        return false;
-    }
-    return supported;
-}
 
 static bool is_compact()
 {

@@ -9,19 +9,15 @@
 #include "translate.h"
 #include "ug/action_popup.h"
 #include "ug/app_data.h"
-#include "ug/app_keys.h"
 #include "ug/buttons.h"
 #include "ug/delete_popup.h"
+#include "ug/edit_state.h"
 #include "ug/focus.h"
+#include "ug/main_list.h"
 #include "ug/markup.h"
-#include "ug/module.h"
 #include "ug/rows.h"
-
-bool b_edit_status;
-bool b_remove_status[kTableCapacity];
-int32_t g_selected_count;
-int32_t g_checkbox_index;
-int32_t g_orientation_checkbox_count;
+#include "ug/watches.h"
+#include "vesk/device_table.h"
 
 /* How often the television's list asks for the contents of one row after a rebuild. */
 constexpr int kContentRequests = 3;
@@ -259,4 +255,28 @@ void _closebutton_cb(void *data, Evas_Object * /*obj*/, void * /*event_info*/)
         /* Off the board line the button's dimming is a look and a rule for the focus, no refusal. */
         _create_delete_popup(app);
     }
+}
+
+static void leave_edit_mode(AppData *app)
+{
+    refresh_genlist(app);
+    show_normal_buttons(app);
+    focus_list(app);
+    undim_button(app->close_button);
+    delete_object(app->exit_button);
+    set_main_focus_chain(app);
+    b_edit_status = false;
+}
+
+void Clicked_outside_app_cb(void *data, Evas_Object *obj, void *event_info)
+{
+    AppData *app = static_cast<AppData *>(data);
+    g_orientation_checkbox_count = 0;
+    g_checkbox_index = 0;
+    if (!b_edit_status)
+        _closebutton_cb(app, obj, event_info);
+    else if (b_popup_expanded)
+        _item_selected(app);
+    else if (device_count >= 1)
+        leave_edit_mode(app);
 }

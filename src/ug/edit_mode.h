@@ -3,21 +3,7 @@
 
 #include <Elementary.h>
 
-#include "vesk/device_table.h"
-
-/* Edit mode is on. */
-extern bool b_edit_status;
-
-/* Marks for deletion, by table row; cleared when edit mode begins and kept when it ends. */
-extern bool b_remove_status[kTableCapacity];
-
-/* Number of marked rows, as the handlers count them. */
-extern int32_t g_selected_count;
-
-/* Next slot of AppData::checks, and the number of check boxes made since the last reset. Both run on while the list
- * makes its contents again and again; beyond the slots and marks that exist nothing is read or written. */
-extern int32_t g_checkbox_index;
-extern int32_t g_orientation_checkbox_count;
+#include "ug/edit_state.h"
 
 /* The first button's "clicked": begins edit mode; in edit mode selects or deselects all. `data` is the AppData. */
 void _editbutton_cb(void *data, Evas_Object *obj, void *event_info);
@@ -33,6 +19,10 @@ void _edit_item_realized_cb(void *data, Evas_Object *obj, void *event_info);
 
 /* The second button's "clicked": closes the module; in edit mode asks for the deletion. `data` is the AppData. */
 void _closebutton_cb(void *data, Evas_Object *obj, void *event_info);
+
+/* Leaves edit mode, or closes the module outside it; `data` is the AppData. Serves the Back key in edit mode and, on an
+ * interactive board, the third button and a touch outside the popup. */
+void Clicked_outside_app_cb(void *data, Evas_Object *obj, void *event_info);
 
 /* True when any row in use is marked; writes the answer to the log. */
 bool check_selected_any();

@@ -3,7 +3,7 @@
 #include <cstdio>
 
 #include "ug/app_data.h"
-#include "ug/settings_watch.h"
+#include "ug/direction.h"
 
 void give_focus(Evas_Object *object)
 {

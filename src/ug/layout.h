@@ -23,7 +23,7 @@ inline int compact(int size)
     return static_cast<int>(size * kCompactFactor);
 }
 
-/* Size hints of an object that takes all the room it is given. */
+/* Size hints of an object that takes all the space it is given. */
 inline void fill(Evas_Object *object)
 {
     evas_object_size_hint_align_set(object, EVAS_HINT_FILL, EVAS_HINT_FILL);
@@ -35,7 +35,7 @@ inline void expand_and_fill(Evas_Object *object)
     fill(object);
 }
 
-/* The same for a wrapper with a minimum width of its own, which takes more room downwards only. */
+/* The same for a wrapper with a minimum width of its own, which grows downwards only. */
 inline void expand_down_and_fill(Evas_Object *object)
 {
     evas_object_size_hint_weight_set(object, 0.0, EVAS_HINT_EXPAND);

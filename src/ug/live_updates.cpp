@@ -1,12 +1,10 @@
 #include "ug/live_updates.h"
 
 #include "log.h"
-#include "ug/action_popup.h"
 #include "ug/app_data.h"
-#include "ug/device_list_screen.h"
-#include "ug/edit_mode.h"
+#include "ug/edit_state.h"
 #include "ug/focus.h"
-#include "ug/module.h"
+#include "ug/main_list.h"
 #include "vesk/device_list.h"
 #include "vesk/device_table.h"
 
@@ -52,26 +50,4 @@ void vesk_refresh_list(AppData *app)
     else
         dim_button(app->edit_button);
     LOG_I("ListRefreshed [%d]", device_count);
-}
-
-void refresh_genlist(AppData *app)
-{
-    b_popup_expanded = false;
-    LOG_I("Enter");
-    /* The old list goes when the new content takes its place in the popup. */
-    elm_genlist_clear(app->genlist);
-    app->genlist = add_main_list(app->base);
-    vesk_get_table(&app->table);
-    b_edit_status = false;
-    elm_genlist_select_mode_set(app->genlist, ELM_OBJECT_SELECT_MODE_ALWAYS);
-
-    if (device_count != 0) {
-        create_genlist(app, device_count);
-        set_main_list_content(app);
-        evas_object_smart_callback_add(app->genlist, "realized", genlistRealizedCb, app);
-    } else {
-        elm_win_focus_highlight_enabled_set(app->win, EINA_TRUE);
-        destroy_ug(app);
-    }
-    LOG_I("Exit");
 }

@@ -3,6 +3,8 @@
 
 #include <rdm.h>
 
+#include "ug/main_list.h"
+
 struct AppData;
 
 /* Status callback of the registered-device service; `app` is the AppData. Refreshes the list for the statuses allowed
@@ -11,7 +13,3 @@ int vesk_rdm_callback(void *app, RdmDeviceInfo *info);
 
 /* Reads the devices again, rebuilds the list and gives it the focus. */
 void vesk_refresh_list(AppData *app);
-
-/* Puts a new list of the current devices into the base popup, which ends edit mode. Closes the module when no device
- * is left. */
-void refresh_genlist(AppData *app);

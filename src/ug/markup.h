@@ -8,7 +8,7 @@
 
 #include "combinate.h"
 #include "translate.h"
-#include "ug/settings_watch.h"
+#include "ug/direction.h"
 
 /* The word that aligns a paragraph at the side where reading begins. */
 inline const char *align_word()

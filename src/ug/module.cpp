@@ -5,8 +5,6 @@
 #include <ea.h>
 #include <libintl.h>
 #include <rdm.h>
-#include <system_info.h>
-#include <vconf.h>
 
 #include "log.h"
 #include "translate.h"
@@ -16,78 +14,16 @@
 #include "ug/delete_popup.h"
 #include "ug/device_list_screen.h"
 #include "ug/live_updates.h"
+#include "ug/pending_focus.h"
+#include "ug/platform_facts.h"
 #include "ug/settings_watch.h"
+#include "ug/watches.h"
 #include "vesk/device_list.h"
 
 /* Half of the check slots is cleared and deleted here; the check boxes in the others go with their list. */
 constexpr int kOwnedCheckSlots = 50;
 
 static const char *const kCatalogueFolder = "/usr/ug/res/locale";
-
-static bool is_sound_mirroring_supported()
-{
-    bool supported = false;
-    const int error = system_info_get_custom_bool("com.corvane/featureconf/sound_mirroring_supported", &supported);
-    if (error != 0) {
-        LOG_E("sound_mirroring_supported error[%d]", error);
-        return false;
-    }
-    if (supported)
-        LOG_I("SOUND_MIRRORING is supported");
-    else
-        LOG_W("SOUND_MIRRORING is NOT supported");
-    return supported;
-}
-
-static bool is_quince_supported()
-{
-    bool supported = false;
-    if (system_info_get_custom_bool("com.corvane/featureconf/quince_support", &supported) != 0) {
-        LOG_E("system_info_get_value_bool() fail");
-        supported = false;
-    }
-    LOG_I("is_quince status:[%d]", supported);
-    return supported;
-}
-
-static void register_rdm_callback(AppData *app)
-{
-    const int result = rdm_callback_register(vesk_rdm_callback, app, &gVeskHandler);
-    if (result == 0)
-        LOG_I("RDM callback registered successfully - handler[%d]", gVeskHandler);
-    else
-        LOG_E("Failed to set RDM callback[%d]", result);
-}
-
-static void deregister_rdm_callback()
-{
-    const int result = rdm_callback_deregister(gVeskHandler);
-    if (result != 0) {
-        LOG_E("Failed to unset RDM callback[%d]", result);
-        return;
-    }
-    LOG_I("RDM callback deregistered successfully - handler[%d]", gVeskHandler);
-    gVeskHandler = 0;
-}
-
-/* The two lines of the orientation watch speak of the RDM callback on purpose: log readers know them so. */
-static void watch_orientation()
-{
-    const int result = vconf_notify_key_changed(kOrientationKey, VconfNotifyCB, nullptr);
-    if (result != 0)
-        LOG_E("Failed to set RDM callback[%d]", result);
-    else
-        LOG_I("Success to set RDM callback[%d]", result);
-}
-
-static void unwatch_orientation()
-{
-    const int result = vconf_ignore_key_changed(kOrientationKey, VconfNotifyCB);
-    if (result != 0)
-        LOG_E("Failed to unset RDM callback[%d]", result);
-    else
-        LOG_I("Sucess to unset RDM callback[%d]", result);
-}
 
 extern "C" __attribute__((visibility("default"))) int UG_MODULE_INIT(struct ug_module_ops *ops)
 {
@@ -113,7 +49,7 @@ extern "C" __attribute__((visibility("default"))) int UG_MODULE_INIT(struct ug_m
     const int result = rdm_init();
     if (result != 0)
         LOG_E("RDM init failed %d", result);
-    register_rdm_callback(app);
+    register_rdm_callback(vesk_rdm_callback, app);
     watch_orientation();
     vesk_read_all();
     return 0;
@@ -218,20 +154,4 @@ void _on_destroy(ui_gadget_h ug, app_control_h /*app_control*/, void *priv)
     std::for_each_n(app->checks, kOwnedCheckSlots, delete_object);
     delete_object(app->edit_button);
     delete_object(app->close_button);
-}
-
-void destroy_ug(AppData *app)
-{
-    if (gVeskHandler != 0) {
-        deregister_rdm_callback();
-        unwatch_orientation();
-        rdm_deinit();
-    }
-    ug_destroy_me(app->ug);
-}
-
-void get_system_info_int(const char *key, int *out)
-{
-    if (system_info_get_platform_int(key, out) != 0)
-        *out = 0;
 }

@@ -1,17 +1,50 @@
 #include "ug/rows.h"
 
 #include <algorithm>
+#include <cstdio>
+#include <cstring>
 
 #include "log.h"
+#include "translate.h"
 #include "ug/app_data.h"
 #include "ug/device_icons.h"
-#include "ug/device_list_screen.h"
+#include "ug/markup.h"
 #include "vesk/device_table.h"
+
+int32_t selected_item_index;
 
 void refresh_table()
 {
     if (app_data)
         vesk_get_table(&app_data->table);
+}
+
+Evas_Object *add_device_icon(Evas_Object *list, const void *data)
+{
+    Evas_Object *icon = elm_icon_add(list);
+    if (const DeviceEntry *entry = static_cast<const DeviceEntry *>(data))
+        _load_device_icon(icon, entry->type, entry->icon);
+    return icon;
+}
+
+char *_item_label_get(void *data, Evas_Object * /*obj*/, const char *part)
+{
+    char text[256] = "";
+    const DeviceEntry *entry = static_cast<const DeviceEntry *>(data);
+    if (entry && strcmp(part, "elm.text") == 0) {
+        /* The marks let a name keep its own direction inside a right-to-left layout. */
+        snprintf(text, sizeof text, "&#x200e;%s&#x200e;", entry->name[0] != '\0' ? entry->name : "UNKNOWN");
+    } else if (entry && strcmp(part, "elm.text.1") == 0) {
+        snprintf(text, sizeof text, "%s",
+                 entry->state & kStateAllowed ? translated("COM_SID_ALLOWED") : translated("COM_SID_DENIED_KR_DENY"));
+    }
+    return new_text(text);
+}
+
+Evas_Object *_item_content_get(void *data, Evas_Object *obj, const char *part)
+{
+    refresh_table();
+    return strcmp(part, "elm.swallow.icon") == 0 ? add_device_icon(obj, data) : nullptr;
 }
 
 Elm_Genlist_Item_Class *new_row_class(Elm_Gen_Item_Content_Get_Cb content_get)
@@ -33,14 +66,6 @@ void append_device_rows(AppData *app, const Elm_Genlist_Item_Class *row_class, i
 {
     for (int i = 0; i < std::min(count, kTableCapacity); ++i)
         elm_genlist_item_append(app->genlist, row_class, &app->table[i], nullptr, ELM_GENLIST_ITEM_NONE, selected, app);
-}
-
-Evas_Object *add_device_icon(Evas_Object *list, const void *data)
-{
-    Evas_Object *icon = elm_icon_add(list);
-    if (const DeviceEntry *entry = static_cast<const DeviceEntry *>(data))
-        _load_device_icon(icon, entry->type, entry->icon);
-    return icon;
 }
 
 int row_of_item(const Elm_Object_Item *item)

@@ -5,8 +5,18 @@
 
 struct AppData;
 
+/* Table row of the device that is acted on; the detail popup shows this device. */
+extern int32_t selected_item_index;
+
 /* Refreshes the table pointer of the current screen and device_count. */
 void refresh_table();
+
+/* Text of a row (its data is a DeviceEntry): the name in "elm.text", the access status in "elm.text.1", nothing in any
+ * other part. The toolkit frees the text. */
+char *_item_label_get(void *data, Evas_Object *obj, const char *part);
+
+/* Content of a row: the device's picture in "elm.swallow.icon". */
+Evas_Object *_item_content_get(void *data, Evas_Object *obj, const char *part);
 
 /* A new class of device rows, which the caller frees with elm_genlist_item_class_free; null, with a line in the log,
  * when the toolkit has none. */

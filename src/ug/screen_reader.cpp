@@ -4,15 +4,16 @@
 
 #include "log.h"
 #include "translate.h"
-#include "ug/action_popup.h"
 #include "ug/app_data.h"
-#include "ug/delete_popup.h"
-#include "ug/edit_mode.h"
+#include "ug/edit_state.h"
 #include "ug/markup.h"
 #include "ug/rows.h"
 #include "vesk/device_table.h"
 
 bool b_check_tts = true;
+int32_t subpopup_position;
+bool b_subpopup_entered;
+bool b_delete_popup_entered;
 
 static std::string name_and_status(const Elm_Object_Item *item)
 {

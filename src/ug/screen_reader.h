@@ -7,6 +7,15 @@
 /* The screen's introduction is still to be read; it is read once for as long as the module is loaded. */
 extern bool b_check_tts;
 
+/* The screen reader's idea of the focused choice. It counts three choices also while the third is disabled. */
+extern int32_t subpopup_position;
+
+/* Whether the drop-down's introduction has been read aloud. */
+extern bool b_subpopup_entered;
+
+/* Whether the confirmation's introduction has been read aloud. */
+extern bool b_delete_popup_entered;
+
 /* The close button of the empty screen: the introduction, once. */
 char *_noitem_screen_reader(void *data, Evas_Object *obj);
 

@@ -4,13 +4,12 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
-#include <system_info.h>
 
 #include "log.h"
 #include "translate.h"
-#include "ug/action_popup.h"
 #include "ug/app_data.h"
 #include "ug/markup.h"
+#include "ug/platform_facts.h"
 #include "ug/rows.h"
 #include "ug/screen_reader.h"
 #include "vesk/device_services.h"
@@ -23,9 +22,6 @@ static const char *const kHomeConnectPicture = PICTURE_FOLDER "r_icon_service_s_
 static const char *const kMirroringPicture = PICTURE_FOLDER "r_icon_service_s_castelo_w.webp";
 static const char *const kMobileContentPicture = PICTURE_FOLDER "r_icon_service_s_pct_w.webp";
 static const char *const kSoundPicture = PICTURE_FOLDER "r_icon_service_s_sound_w.webp";
-
-/* Code of the platform's text that tells the sales region. */
-constexpr int kRegionCode = 90;
 
 constexpr int32_t kTypePhone = 1;
 constexpr int32_t kTypeTablet = 2;
@@ -65,10 +61,7 @@ struct Television {
 static Television ask_television()
 {
     char *product = get_product_name();
-    char *region = nullptr;
-    const bool known = system_info_get_value_string(kRegionCode, &region) == 0 && region;
-    Television television{product ? product : "", known && strstr(region, "CHI_")};
-    free(region);
+    Television television{product ? product : "", is_sold_in_china()};
     free(product);
     return television;
 }

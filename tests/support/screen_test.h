@@ -26,6 +26,7 @@
 #include "television/gadget.h"
 #include "television/panel.h"
 #include "ug/app_data.h"
+#include "ug/module_state.h"
 
 struct LogLine {
     int priority;         /* DLOG_INFO, DLOG_WARN or DLOG_ERROR */

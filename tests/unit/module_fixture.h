@@ -5,6 +5,7 @@
 
 #include "fake_platform.h"
 #include "ug/app_data.h"
+#include "ug/module_state.h"
 
 class ModuleTest : public testing::Test {
 protected:
