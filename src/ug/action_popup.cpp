@@ -45,6 +45,12 @@ void release_choice_class()
     choice_class = nullptr;
 }
 
+void forget_dropdown()
+{
+    shown_popup = nullptr;
+    release_choice_class();
+}
+
 static void forget_popup(void * /*data*/, Evas * /*canvas*/, Evas_Object *obj, void * /*event_info*/)
 {
     if (shown_popup == obj)

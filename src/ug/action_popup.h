@@ -40,5 +40,8 @@ void subpopupRealizedCb(void *data, Evas_Object *obj, void *event_info);
 /* Gives back the class of the last drop-down's rows: when the next one opens and when the screen goes. */
 void release_choice_class();
 
+/* Forgets the drop-down that is on the screen, with the class of its rows; the window keeps the drop-down. */
+void forget_dropdown();
+
 /* Key-down callback of the drop-down: Back and Close dismiss it; the choice that the counter holds is spoken. */
 void Close_popup_On_returnKey(void *data, Evas *canvas, Evas_Object *obj, void *event_info);

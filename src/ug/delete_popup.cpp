@@ -37,6 +37,17 @@ constexpr int kSingleLineWidth = 990;
 /* The toast on the host's window. It is left to the window when the module closes before its end. */
 static Evas_Object *toast;
 
+void forget_toast()
+{
+    toast = nullptr;
+}
+
+static void toast_deleted(void * /*data*/, Evas * /*canvas*/, Evas_Object *obj, void * /*event_info*/)
+{
+    if (toast == obj)
+        forget_toast();
+}
+
 static Evas_Object *add_question(Evas_Object *popup)
 {
     char text[300];
@@ -169,6 +180,7 @@ static void _remove_toast(AppData *app)
     Evas_Object *layout = add_toast_layout(app, text);
     end_toast();
     toast = elm_notify_add(app->win);
+    evas_object_event_callback_add(toast, EVAS_CALLBACK_DEL, toast_deleted, nullptr);
     elm_notify_align_set(toast, 0.5, 0.5);
     elm_object_content_set(toast, layout);
     evas_object_size_hint_weight_set(toast, EVAS_HINT_EXPAND, EVAS_HINT_EXPAND);

@@ -29,3 +29,6 @@ void _close_delete_popup_on_returnkey(void *data, Evas *canvas, Evas_Object *obj
 
 /* Ends the toast: the screen takes keys again. `data` is the AppData. Returns FALSE: the source ends. */
 gboolean __toast_timer_expired(gpointer data);
+
+/* Forgets the toast that is up; the window keeps it. */
+void forget_toast();

@@ -32,6 +32,7 @@ void reset_module_state()
     b_popup_expanded = b_subpopup_entered = false;
     g_subpopup_index = selected_item_index = subpopup_position = 0;
     pItem = nullptr;
+    forget_dropdown();
 
     b_edit_status = false;
     std::fill(std::begin(b_remove_status), std::end(b_remove_status), false);
@@ -39,6 +40,9 @@ void reset_module_state()
 
     b_delete_popup_entered = b_disable_focus = false;
     toastTimerTag = 0;
+    forget_toast();
 
     b_check_tts = true;
+    reset_service_cursors();
+    forget_focus();
 }

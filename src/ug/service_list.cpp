@@ -33,6 +33,11 @@ constexpr size_t kTextSize = 300;
 static unsigned int text_cursor;
 static unsigned int picture_cursor;
 
+void reset_service_cursors()
+{
+    text_cursor = picture_cursor = 0;
+}
+
 static const DeviceEntry *selected_device()
 {
     const DeviceEntry *table = app_data && app_data->table ? app_data->table : gVeskTable;

@@ -9,6 +9,9 @@
 
 struct AppData;
 
+/* Lets both cursors begin anew. */
+void reset_service_cursors();
+
 /* Number of services that the selected device uses: 0, 1 or 2. Fills `services` with their texts. */
 int get_service_count();
 
