@@ -1,5 +1,5 @@
 #pragma once
-/* What edit mode has marked. */
+/* The state of edit mode: whether it is on, and which rows are marked. */
 
 #include <cstdint>
 
