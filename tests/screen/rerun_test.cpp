@@ -1,9 +1,9 @@
 /* The module that runs again without being unloaded, with and without a reset of its state in between. */
 
-#include <dlfcn.h>
 #include <gmock/gmock.h>
 
 #include "edit_fixture.h"
+#include "spy.h"
 #include "toolkit_complaints.h"
 #include "ug/action_popup.h"
 #include "ug/pending_focus.h"
@@ -14,16 +14,6 @@ using testing::Contains;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
-
-static int freed_classes;
-
-extern "C" void elm_genlist_item_class_free(Elm_Genlist_Item_Class *row_class)
-{
-    static const auto next =
-        reinterpret_cast<decltype(&elm_genlist_item_class_free)>(dlsym(RTLD_NEXT, "elm_genlist_item_class_free"));
-    ++freed_classes;
-    next(row_class);
-}
 
 namespace {
 
@@ -39,15 +29,7 @@ struct RerunTest : EditTest {
 
     std::vector<Evas_Object *> dropdowns() { return shown_popups(panel().canvas(), "C_ListDropdown_White"); }
 
-    std::vector<Evas_Object *> toasts()
-    {
-        std::vector<Evas_Object *> found = objects_on(panel().canvas());
-        std::erase_if(found, [this](Evas_Object *object) {
-            return !is_of_type(object, "elm_notify") || !evas_object_visible_get(object) ||
-                   elm_object_parent_widget_get(object) != panel().window();
-        });
-        return found;
-    }
+    static size_t freed_classes() { return spy::calls_of("elm_genlist_item_class_free").size(); }
 
     /* All state of the module anew, and the record and the table of the screen that stays open. */
     static void reset_under_the_screen()
@@ -97,11 +79,11 @@ TEST_F(RerunTest, AResetForgetsTheDropDownAndTheClassOfItsRows)
     open();
     press("Return");
     ASSERT_EQ(dropdowns().size(), 1u);
-    freed_classes = 0;
+    spy::forget();
     reset_under_the_screen();
-    EXPECT_EQ(freed_classes, 1);
+    EXPECT_EQ(freed_classes(), 1u);
     _create_popup(app(), app()->genlist, nullptr);
-    EXPECT_EQ(freed_classes, 1) << "a class is given back once";
+    EXPECT_EQ(freed_classes(), 1u) << "a class is given back once";
     EXPECT_EQ(dropdowns().size(), 2u) << "the one before is the window's own now";
 }
 

@@ -27,16 +27,6 @@ struct ToastTest : EditTest {
         ASSERT_TRUE(b_disable_focus);
     }
 
-    std::vector<Evas_Object *> toasts()
-    {
-        std::vector<Evas_Object *> found = objects_on(panel().canvas());
-        std::erase_if(found, [this](Evas_Object *object) {
-            return !is_of_type(object, "elm_notify") || !evas_object_visible_get(object) ||
-                   elm_object_parent_widget_get(object) != panel().window();
-        });
-        return found;
-    }
-
     Evas_Object *layout() { return elm_object_content_get(toasts().at(0)); }
 
     std::string group()

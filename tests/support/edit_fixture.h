@@ -107,6 +107,17 @@ protected:
     /* What a touch or Return on the button calls, whatever the button looks like. */
     static void click(Evas_Object *button) { evas_object_smart_callback_call(button, "clicked", nullptr); }
 
+    /* The toasts on the panel. */
+    std::vector<Evas_Object *> toasts()
+    {
+        std::vector<Evas_Object *> found = objects_on(panel().canvas());
+        std::erase_if(found, [this](Evas_Object *object) {
+            return !is_of_type(object, "elm_notify") || !evas_object_visible_get(object) ||
+                   elm_object_parent_widget_get(object) != panel().window();
+        });
+        return found;
+    }
+
     std::vector<std::string> names() { return texts(app()->genlist); }
 };
 

@@ -295,6 +295,13 @@ Elm_Genlist_Item_Class *elm_genlist_item_class_new(void)
     return overrides().no_row_classes ? nullptr : next();
 }
 
+void elm_genlist_item_class_free(Elm_Genlist_Item_Class *row_class)
+{
+    BEHIND(elm_genlist_item_class_free);
+    note({__func__, row_class, "free row class"});
+    next(row_class);
+}
+
 Elm_Object_Item *elm_genlist_item_append(Evas_Object *list, const Elm_Genlist_Item_Class *row_class, const void *data,
                                          Elm_Object_Item *parent, Elm_Genlist_Item_Type type, Evas_Smart_Cb selected,
                                          const void *selected_data)
