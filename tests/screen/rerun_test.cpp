@@ -119,6 +119,7 @@ TEST_F(RerunTest, AResetLetsTheServicesBeginAnew)
     };
     const std::string text = next_text();
     const std::string picture = next_picture();
+    ASSERT_NE(picture, "") << "the picture has been found";
     reset_under_the_screen();
     EXPECT_EQ(next_text(), text);
     EXPECT_EQ(next_picture(), picture);
