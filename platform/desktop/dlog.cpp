@@ -1,5 +1,6 @@
 #include "dlog.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdarg>
 #include <cstdio>
@@ -7,11 +8,13 @@
 #include <cstring>
 #include <ctime>
 #include <fcntl.h>
+#include <string_view>
 #include <unistd.h>
 #include <utility>
 
 #include "log.h"
 #include "port_call.h"
+#include "text.h"
 
 namespace vesk_port {
 
@@ -98,26 +101,21 @@ std::string time_of_day()
     return text.data();
 }
 
-/* The text without its line ends, and with the other control characters spelt out: a device's name must not be able
- * to start a line of its own or to steer the terminal. */
-std::string single_line(std::string text)
+/* The text as one line: a device's name must not be able to start a line of its own or to steer the terminal. Tabs
+ * stay, with which the module lays out its tables. */
+std::string single_line(std::string_view text)
 {
-    while (!text.empty() && text.back() == '\n')
-        text.pop_back();
+    while (text.ends_with('\n'))
+        text.remove_suffix(1);
     std::string line;
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (c == '\n') {
-            line += "\\n";
-        } else if ((byte < 0x20 && c != '\t') || byte == 0x7f) {
-            std::array<char, 8> escape{};
-            std::snprintf(escape.data(), escape.size(), "\\x%02x", byte);
-            line += escape.data();
-        } else {
-            line += c;
-        }
+    for (;;) {
+        const size_t tab = std::min(text.find('\t'), text.size());
+        line += escaped(text.substr(0, tab));
+        if (tab == text.size())
+            return line;
+        line += '\t';
+        text.remove_prefix(tab + 1);
     }
-    return line;
 }
 
 } // namespace

@@ -52,6 +52,12 @@ TEST_F(PortLog, ACallIsOneLineWhateverItsText)
     EXPECT_THAT(lines, HasSubstr("I T  \ttwo\\nlines \\x1b[31mred\n"));
 }
 
+TEST_F(PortLog, ANameCannotSteerTheTerminal)
+{
+    __dlog_print(LOG_ID_MAIN, DLOG_INFO, "T", "NAME[%s]", "\u009b31m \u202egpj \xff");
+    EXPECT_THAT(contents_of(file_), HasSubstr("NAME[\\u009b31m \\u202egpj \\xff]\n"));
+}
+
 TEST_F(PortLog, LinesBelowTheLevelAreDropped)
 {
     vesk_port::set_log_level(vesk_port::log_level_of("error"));

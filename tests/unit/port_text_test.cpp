@@ -1,9 +1,12 @@
-/* Texts with arguments. */
+/* Texts with arguments, and texts on one line. */
 
 #include <cstring>
 
+#include "desktop/text.h"
 #include "port_fixture.h"
 #include "string_util.h"
+
+using vesk_port::escaped;
 
 namespace {
 
@@ -60,4 +63,33 @@ TEST_F(PortTest, NoRoomAtAllFails)
     EXPECT_LT(CStringUtil::CombinateStrings(buffer, 0, "x", nullptr, nullptr, nullptr, nullptr), 0);
     EXPECT_STREQ(buffer, "abc");
     EXPECT_LT(CStringUtil::CombinateStrings(nullptr, 4, "x", nullptr, nullptr, nullptr, nullptr), 0);
+}
+
+TEST_F(PortTest, OrdinaryTextIsShownAsItIs)
+{
+    EXPECT_EQ(escaped(""), "");
+    EXPECT_EQ(escaped("Nora's \\ phone <&> 100 %"), "Nora's \\ phone <&> 100 %");
+    EXPECT_EQ(escaped("Küche · هاتف · 휴대폰 · 👩‍👧"),
+              "Küche · هاتف · 휴대폰 · 👩‍👧");
+}
+
+TEST_F(PortTest, ControlCharactersAreSpeltOut)
+{
+    EXPECT_EQ(escaped("a\nb\tc\r\033[2J\x7f"), "a\\nb\\tc\\x0d\\x1b[2J\\x7f");
+    EXPECT_EQ(escaped(std::string_view("a\0b", 3)), "a\\x00b");
+    EXPECT_EQ(escaped("\u009b31m \u0085"), "\\u009b31m \\u0085") << "what a terminal takes for an escape sequence";
+}
+
+TEST_F(PortTest, CharactersThatTurnTheLineAreSpeltOut)
+{
+    EXPECT_EQ(escaped("\u202egpj.\u202c"), "\\u202egpj.\\u202c");
+    EXPECT_EQ(escaped("\u061c\u200e\u200f\u2066\u2069\u2028\u2029"),
+              "\\u061c\\u200e\\u200f\\u2066\\u2069\\u2028\\u2029");
+}
+
+TEST_F(PortTest, BytesThatAreNoTextAreSpeltOut)
+{
+    EXPECT_EQ(escaped("a\xffz"), "a\\xffz");
+    EXPECT_EQ(escaped("cut \xe2\x82"), "cut \\xe2\\x82");
+    EXPECT_EQ(escaped("\xed\xa0\x80"), "\\xed\\xa0\\x80") << "half of a pair of UTF-16";
 }
