@@ -18,11 +18,11 @@
 #include "dlog.h"
 #include "options.h"
 #include "remote_script.h"
+#include "start_checks.h"
 #include "television/gadget.h"
 #include "television/language.h"
 #include "television/reader/reader.h"
 #include "television/reader/speech.h"
-#include "television/settings_overlay.h"
 #include "vconf.h"
 
 namespace {
@@ -65,11 +65,11 @@ void set_up_television(const Options &options)
     if (!options.devices.empty())
         setenv("VESK_DEVICES", options.devices.c_str(), 1);
     if (!options.orientation.empty())
-        overlay_setting(vesk_port::kOrientationSetting.key, options.orientation);
+        vesk_port::override_setting(vesk_port::kOrientationSetting.key, options.orientation);
     if (!options.language.empty())
-        overlay_setting(vesk_port::kLanguageSetting.key, options.language);
+        vesk_port::override_setting(vesk_port::kLanguageSetting.key, options.language);
     if (options.high_contrast)
-        overlay_setting(vesk_port::kHighContrastSetting.key, "1");
+        vesk_port::override_setting(vesk_port::kHighContrastSetting.key, "1");
 }
 
 /* The locale of the setting, or of the option in its place. */
@@ -190,6 +190,7 @@ int main(int argc, char **argv)
     try {
         set_up_log(*options);
         set_up_television(*options);
+        check_start();
         play(*options);
         return 0;
     } catch (const std::exception &error) {

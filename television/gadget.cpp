@@ -1,13 +1,11 @@
 #include "television/gadget.h"
 
-#include <cstring>
 #include <dlfcn.h>
 #include <stdexcept>
 #include <string>
-#include <utility>
-#include <vector>
 
 #include "desktop/gadget_host.h"
+#include "desktop/settings.h"
 #include "television/efl/widgets.h"
 
 namespace vesk {
@@ -16,31 +14,12 @@ namespace {
 
 Gadget *current = nullptr; /* the one run that may ask to be destroyed */
 
-std::vector<std::pair<std::string, vconf_callback_fn>> watches;
-
-/* The loaded object that holds some code. */
-const void *object_with(const void *code)
-{
-    Dl_info info{};
-    return dladdr(code, &info) ? info.dli_fbase : nullptr;
-}
-
 std::runtime_error refused(const std::string &what)
 {
     return std::runtime_error(what + " Its log lines tell why (--log-level info).");
 }
 
 } // namespace
-
-void setting_watched(const char *key, vconf_callback_fn callback)
-{
-    watches.emplace_back(key, callback);
-}
-
-void setting_left(const char *key, vconf_callback_fn callback)
-{
-    std::erase(watches, std::pair(std::string(key), callback));
-}
 
 Gadget::Gadget(Panel &panel, Module linked) : panel_(panel), module_(linked) {}
 
@@ -138,13 +117,8 @@ void Gadget::stop()
 
 void Gadget::unload()
 {
-    const auto *object = object_with(reinterpret_cast<const void *>(module_.init));
-    std::erase_if(watches, [object](const auto &watch) {
-        const bool own = object_with(reinterpret_cast<const void *>(watch.second)) == object;
-        if (own)
-            vconf_ignore_key_changed(watch.first.c_str(), watch.second);
-        return own;
-    });
+    /* A module that the host ends by itself leaves its watches behind. */
+    vesk_port::forget_setting_watches_of(reinterpret_cast<const void *>(module_.init));
     dlclose(library_);
     library_ = nullptr;
 }

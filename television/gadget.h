@@ -5,14 +5,8 @@
 
 #include "television/panel.h"
 #include "ui_gadget.h"
-#include "vconf.h"
 
 namespace vesk {
-
-/* A watch that somebody has set on a setting, or ended. A module that the host ends by itself leaves its own behind,
-   and the store would call back into the unloaded object. */
-void setting_watched(const char *key, vconf_callback_fn callback);
-void setting_left(const char *key, vconf_callback_fn callback);
 
 class Gadget {
 public:

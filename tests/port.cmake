@@ -15,9 +15,18 @@ vesk_add_test(port_test LABEL unit LIBRARIES port_fixture SOURCES
   ${PROJECT_SOURCE_DIR}/tests/unit/port_failures_test.cpp
   ${PROJECT_SOURCE_DIR}/tests/unit/port_gadget_test.cpp
   ${PROJECT_SOURCE_DIR}/tests/unit/port_log_test.cpp
+  ${PROJECT_SOURCE_DIR}/tests/unit/port_paths_test.cpp
   ${PROJECT_SOURCE_DIR}/tests/unit/port_product_test.cpp
+  ${PROJECT_SOURCE_DIR}/tests/unit/port_settings_files_test.cpp
+  ${PROJECT_SOURCE_DIR}/tests/unit/port_settings_override_test.cpp
   ${PROJECT_SOURCE_DIR}/tests/unit/port_settings_test.cpp
   ${PROJECT_SOURCE_DIR}/tests/unit/port_text_test.cpp)
+target_link_libraries(port_test PRIVATE ${CMAKE_DL_LIBS})
+add_library(leaving_module MODULE ${PROJECT_SOURCE_DIR}/tests/unit/leaving_module.cpp)
+set_target_properties(leaving_module PROPERTIES LIBRARY_OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})
+target_link_libraries(leaving_module PRIVATE vesk_platform vesk_warnings)
+target_compile_definitions(port_test PRIVATE LEAVING_MODULE="$<TARGET_FILE:leaving_module>")
+add_dependencies(port_test leaving_module)
 
 vesk_add_test(veskctl_test LABEL e2e LIBRARIES port_fixture nlohmann_json::nlohmann_json SOURCES
   ${PROJECT_SOURCE_DIR}/tests/e2e/veskctl_devices_test.cpp

@@ -38,7 +38,7 @@ bool wants_colour(int fd)
 
 int open_log_file(const std::string &path)
 {
-    const int fd = open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);
+    const int fd = open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
     if (fd < 0)
         throw PortError(-errno, "the log file " + path + " cannot be opened: " + std::strerror(errno) +
                                     ". Name a file that can be written, or none for the terminal.");

@@ -12,7 +12,8 @@ namespace vesk_port {
 int report_failure(const char *call, int code, const char *sentence);
 
 /* Runs `body`, which throws where it fails, as the interface call `call`. No exception leaves it, since the callers
- * are C functions. Returns 0 or the negative code, which is in the log by then. */
+ * are C functions. Returns 0 or the negative code; the failure is in the log
+ * by then. */
 template <class Body> int port_call(const char *call, Body body)
 {
     try {
@@ -20,6 +21,8 @@ template <class Body> int port_call(const char *call, Body body)
             throw PortError(code, "the failure was asked for with VESK_FAIL.");
         body();
         return 0;
+    } catch (const RepeatedError &error) {
+        return error.code();
     } catch (const PortError &error) {
         return report_failure(call, error.code(), error.what());
     } catch (const std::exception &error) {

@@ -17,4 +17,10 @@ private:
     int code_;
 };
 
+/* The same error met again, which the log or the user has been told already. */
+class RepeatedError : public PortError {
+public:
+    explicit RepeatedError(const PortError &error) : PortError(error) {}
+};
+
 } // namespace vesk_port

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
-#include <fstream>
-#include <glib.h>
-#include <memory>
 
+#include "glib_owner.h"
 #include "paths.h"
 #include "port_error.h"
+#include "regular_file.h"
+#include "text.h"
 
 namespace vesk_port {
 
@@ -28,31 +28,32 @@ bool is_path(const std::string &product)
     return product.find('/') != std::string::npos || product.ends_with(".ini");
 }
 
-std::string taken(gchar *text)
+std::string text_of(GKeyFile *keys, const char *section, const char *name)
 {
-    std::string copy = text ? text : "";
-    g_free(text);
-    return copy;
+    const GlibText text(g_key_file_get_string(keys, section, name, nullptr));
+    return text ? text.get() : "";
 }
 
 ProductProfile read_profile(const fs::path &file)
 {
-    const std::unique_ptr<GKeyFile, decltype(&g_key_file_free)> keys(g_key_file_new(), g_key_file_free);
-    GError *error = nullptr;
-    if (!g_key_file_load_from_file(keys.get(), file.c_str(), G_KEY_FILE_NONE, &error)) {
-        const std::string reason = error->message;
-        g_error_free(error);
-        throw PortError(-EIO, "the product profile " + file.string() + " cannot be read: " + reason +
-                                  ". See the profiles that there are with: veskctl product list");
-    }
-    ProductProfile profile{
-        file.stem(), file, taken(g_key_file_get_string(keys.get(), "profile", "title", nullptr)), {}};
+    constexpr const char *advice = "See the profiles that there are with: veskctl product list";
+    const auto failure = [&](int code, const std::string &reason) {
+        return PortError(code, "the product profile " + escaped(file.string()) + " cannot be read: " + reason + ". " +
+                                   advice);
+    };
+    const std::optional<std::string> text = read_regular_file(file, "product profile", advice);
+    if (!text)
+        throw failure(-ENOENT, "it does not exist");
+    const KeyFile keys(g_key_file_new());
+    GlibError error;
+    if (!g_key_file_load_from_data(keys.get(), text->data(), text->size(), G_KEY_FILE_NONE, error.out()))
+        throw failure(-EIO, error.message());
+    ProductProfile profile{file.stem(), file, text_of(keys.get(), "profile", "title"), {}};
     for (const char *section :
          {kCustomBoolSection, kCustomIntSection, kCustomStringSection, kPlatformIntSection, kValueStringSection}) {
-        gchar **names = g_key_file_get_keys(keys.get(), section, nullptr, nullptr);
-        for (gchar **name = names; name && *name; ++name)
-            profile.sections[section][*name] = taken(g_key_file_get_string(keys.get(), section, *name, nullptr));
-        g_strfreev(names);
+        const GlibTexts names(g_key_file_get_keys(keys.get(), section, nullptr, nullptr));
+        for (char **name = names.get(); name && *name; ++name)
+            profile.sections[section][*name] = text_of(keys.get(), section, *name);
     }
     return profile;
 }
@@ -84,7 +85,7 @@ ProductProfile load_product(const std::string &product)
             return profile;
         names.append(names.empty() ? "" : ", ").append(profile.name);
     }
-    throw PortError(-ENOENT, "\"" + product + "\" is no product profile; there are " + names +
+    throw PortError(-ENOENT, "\"" + escaped(product) + "\" is no product profile; there are " + names +
                                  ", or give the path of a profile file.");
 }
 
@@ -93,8 +94,10 @@ std::string chosen_product()
     const char *variable = std::getenv("VESK_PRODUCT");
     if (variable && *variable)
         return variable;
-    std::string product;
-    std::getline(std::ifstream(product_choice_file()), product);
+    const std::string choice =
+        read_regular_file(product_choice_file(), "chosen product", "Choose one anew with: veskctl product use")
+            .value_or("");
+    const std::string product = choice.substr(0, choice.find('\n'));
     return product.empty() ? kDefaultProduct : product;
 }
 
@@ -104,13 +107,11 @@ void choose_product(const std::string &product)
     const fs::path file = product_choice_file();
     make_folder_of(file);
     const std::string line = (is_path(product) ? fs::absolute(product).string() : product) + "\n";
-    GError *error = nullptr;
-    if (!g_file_set_contents(file.c_str(), line.data(), static_cast<gssize>(line.size()), &error)) {
-        const std::string reason = error->message;
-        g_error_free(error);
-        throw PortError(-EACCES, "the choice cannot be kept in " + file.string() + ": " + reason +
-                                     ". Allow writing to its folder or use the variable VESK_PRODUCT.");
-    }
+    GlibError error;
+    if (!g_file_set_contents(file.c_str(), line.data(), static_cast<gssize>(line.size()), error.out()))
+        throw PortError(error.file_code(), "the choice cannot be kept in " + escaped(file.string()) + ": " +
+                                               error.message() +
+                                               ". Allow writing to its folder or use the variable VESK_PRODUCT.");
 }
 
 } // namespace vesk_port

@@ -29,7 +29,8 @@ std::vector<ProductProfile> product_profiles();
  * when there is no such profile or its file is no profile. */
 ProductProfile load_product(const std::string &product);
 
-/* What VESK_PRODUCT says, else what was chosen for good, else "television"; it is not checked. */
+/* What VESK_PRODUCT says, else what was chosen for good, else "television"; it is not checked. Throws PortError when
+ * the choice cannot be read. */
 std::string chosen_product();
 
 /* Chooses a profile for good, for the user's later programs. Throws PortError. */

@@ -31,14 +31,26 @@ std::string setting_value(const std::string &key, const std::string &word);
 std::string setting_word(const std::string &key, const std::string &value);
 
 /* The value of `key`, or its default, or nothing where there is neither. Throws PortError when the file cannot be
- * read. */
+ * read, or the value is no text; RepeatedError when the file still fails as it did at the last call. */
 std::optional<std::string> read_setting(const std::string &key);
 
+/* Reads of `key` in this process give `value` from now on, until the stored value changes: a change while the program
+ * runs is meant for it. What is stored stays. */
+void override_setting(const std::string &key, const std::string &value);
+
+/* What a read gives while the setting is unset, for the settings of kSettings. */
+std::optional<std::string> default_setting(const std::string &key);
+
 /* Stores a value, or takes the key out of the file for none; the file is replaced as a whole. Throws PortError when
- * that cannot be done or the file that is there is no key file, and leaves the file as it is then. */
+ * that cannot be done, key or value are no UTF-8, or the file that is there is no key file, and leaves the file as it
+ * is then. */
 void write_setting(const std::string &key, const std::optional<std::string> &value);
 
-/* Ends every watch of vconf_notify_key_changed, as a host has to before it unloads a module that may have left one. */
+/* Ends every watch of vconf_notify_key_changed. */
 void forget_setting_watches();
+
+/* Ends those watches whose callbacks lie in the same program or shared object as `code`. A host calls it with an entry
+ * point of a module before it unloads that: the module may have left a watch, which would call into nothing. */
+void forget_setting_watches_of(const void *code);
 
 } // namespace vesk_port

@@ -1,13 +1,14 @@
 #include "vconf.h"
 
 #include <algorithm>
+#include <dlfcn.h>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "fence.h"
 #include "file_watch.h"
-#include "log.h"
 #include "paths.h"
 #include "port_call.h"
 #include "settings.h"
@@ -38,21 +39,18 @@ std::unique_ptr<FileWatch> file_watch; /* while there are watches */
 void report_changes()
 {
     std::vector<KeyWatch> changed;
-    try {
-        for (KeyWatch &watch : watches) {
-            std::optional<std::string> value = read_setting(watch.node.key);
-            if (value == watch.node.value)
-                continue;
-            watch.node.value = std::move(value);
-            changed.push_back(watch);
-        }
-    } catch (const PortError &error) {
-        /* Somebody may be half-way through editing the file; the watched values stay as they were. */
-        report_failure("reading the changed settings", error.code(), error.what());
+    for (KeyWatch &watch : watches) {
+        std::optional<std::string> value;
+        /* Somebody may be half-way through editing the file: what cannot be read stays as it was. */
+        const int code = port_call("reading a changed setting", [&] { value = read_setting(watch.node.key); });
+        if (code != 0 || value == watch.node.value)
+            continue;
+        watch.node.value = std::move(value);
+        changed.push_back(watch);
     }
     for (KeyWatch &watch : changed) {
         if (std::ranges::find(watches, watch.number, &KeyWatch::number) != watches.end())
-            watch.callback(&watch.node, watch.user_data);
+            fenced("the callback of a changed setting", [&] { watch.callback(&watch.node, watch.user_data); });
     }
 }
 
@@ -72,6 +70,32 @@ std::string stored_value(const char *key)
     return *value;
 }
 
+/* A file that cannot be read yet is followed all the same, until somebody mends it. */
+std::optional<std::string> first_value(const std::string &key)
+{
+    std::optional<std::string> value;
+    const int code = port_call("reading a watched setting", [&] { value = read_setting(key); });
+    if (code == -ENOTDIR)
+        throw PortError(code, "the settings file " + escaped(settings_file().string()) +
+                                  " can never be there; name another in VESK_SETTINGS.");
+    if (code != 0)
+        value = default_setting(key);
+    return value;
+}
+
+/* The program or shared object that some code belongs to; null for no code. */
+const void *object_with(const void *code)
+{
+    Dl_info info{};
+    return dladdr(code, &info) != 0 ? info.dli_fbase : nullptr;
+}
+
+void end_watching_without_watches()
+{
+    if (watches.empty())
+        file_watch.reset();
+}
+
 bool is_watch_of(const KeyWatch &watch, const std::string &key, vconf_callback_fn callback)
 {
     return watch.node.key == key && watch.callback == callback;
@@ -83,6 +107,15 @@ void forget_setting_watches()
 {
     watches.clear();
     file_watch.reset();
+}
+
+void forget_setting_watches_of(const void *code)
+{
+    const void *object = object_with(code);
+    std::erase_if(watches, [object](const KeyWatch &watch) {
+        return object_with(reinterpret_cast<const void *>(watch.callback)) == object;
+    });
+    end_watching_without_watches();
 }
 
 } // namespace vesk_port
@@ -121,8 +154,9 @@ int vconf_notify_key_changed(const char *key, vconf_callback_fn callback, void *
                 throw PortError(-EEXIST, "this callback watches " + name + " already.");
         }
         if (!file_watch)
-            file_watch = std::make_unique<FileWatch>(settings_file(), report_changes);
-        watches.push_back({++last_number, {name, read_setting(name)}, callback, user_data});
+            file_watch =
+                std::make_unique<FileWatch>(settings_file(), [] { fenced("following the settings", report_changes); });
+        watches.push_back({++last_number, {name, first_value(name)}, callback, user_data});
     });
 }
 
@@ -132,7 +166,6 @@ int vconf_ignore_key_changed(const char *key, vconf_callback_fn callback)
         const std::string name = given_key(key);
         if (std::erase_if(watches, [&](const KeyWatch &w) { return is_watch_of(w, name, callback); }) == 0)
             throw PortError(-ENOENT, "this callback does not watch " + name + ".");
-        if (watches.empty())
-            file_watch.reset();
+        end_watching_without_watches();
     });
 }

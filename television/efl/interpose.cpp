@@ -8,15 +8,11 @@
 #include <dlfcn.h>
 #include <filesystem>
 
-#include "desktop/text.h"
 #include "television/efl/focus.h"
 #include "television/efl/widgets.h"
-#include "television/gadget.h"
 #include "television/reader/reader.h"
-#include "television/settings_overlay.h"
 #include "television/share.h"
 #include "television/toolkit.h"
-#include "vconf.h"
 
 namespace {
 
@@ -163,45 +159,6 @@ __attribute__((weak)) void elm_access_say(const char *text)
 void ecore_animator_source_set(Ecore_Animator_Source source)
 {
     PASS_ON(ecore_animator_source_set, vesk::tick_source(source));
-}
-
-/* Options of the command line come before the stored settings. */
-
-__attribute__((visibility("default"))) int vconf_get_int(const char *key, int *value)
-{
-    const auto overlay = key && value ? vesk::overlaid_setting(key) : std::nullopt;
-    const auto number = overlay ? vesk_port::parse_int(*overlay) : std::nullopt;
-    if (number) {
-        *value = *number;
-        return 0;
-    }
-    PASS_ON(vconf_get_int, key, value);
-}
-
-__attribute__((visibility("default"))) char *vconf_get_str(const char *key)
-{
-    if (const auto overlay = key ? vesk::overlaid_setting(key) : std::nullopt)
-        return vesk_port::allocated_copy(*overlay);
-    PASS_ON(vconf_get_str, key);
-}
-
-__attribute__((visibility("default"))) int vconf_notify_key_changed(const char *key, vconf_callback_fn callback,
-                                                                    void *user_data)
-{
-    static const auto next = behind(&vconf_notify_key_changed, "vconf_notify_key_changed");
-    const int result = next(key, callback, user_data);
-    if (result == 0)
-        vesk::setting_watched(key, callback);
-    return result;
-}
-
-__attribute__((visibility("default"))) int vconf_ignore_key_changed(const char *key, vconf_callback_fn callback)
-{
-    static const auto next = behind(&vconf_ignore_key_changed, "vconf_ignore_key_changed");
-    const int result = next(key, callback);
-    if (result == 0)
-        vesk::setting_left(key, callback);
-    return result;
 }
 
 } // extern "C"

@@ -58,6 +58,12 @@ TEST_F(PortLog, ANameCannotSteerTheTerminal)
     EXPECT_THAT(contents_of(file_), HasSubstr("NAME[\\u009b31m \\u202egpj \\xff]\n"));
 }
 
+TEST_F(PortLog, TheFileIsTheUsersAlone)
+{
+    using std::filesystem::perms;
+    EXPECT_EQ(std::filesystem::status(file_).permissions(), perms::owner_read | perms::owner_write);
+}
+
 TEST_F(PortLog, LinesBelowTheLevelAreDropped)
 {
     vesk_port::set_log_level(vesk_port::log_level_of("error"));
