@@ -20,7 +20,8 @@ vesk_add_test(host_test LABEL e2e LIBRARIES host_fixture SOURCES
   ${CMAKE_CURRENT_SOURCE_DIR}/e2e/host_keys_test.cpp
   ${CMAKE_CURRENT_SOURCE_DIR}/e2e/host_life_test.cpp
   ${CMAKE_CURRENT_SOURCE_DIR}/e2e/host_options_test.cpp
-  ${CMAKE_CURRENT_SOURCE_DIR}/e2e/host_reader_test.cpp)
+  ${CMAKE_CURRENT_SOURCE_DIR}/e2e/host_reader_test.cpp
+  ${CMAKE_CURRENT_SOURCE_DIR}/e2e/host_start_test.cpp)
 target_compile_definitions(host_test PRIVATE
   REFUSING_INIT="$<TARGET_FILE:refusing_init>" REFUSING_CREATE="$<TARGET_FILE:refusing_create>"
   VESK_HOST="$<TARGET_FILE:vesk-host>" VESK_GALLERY="$<TARGET_FILE:vesk-gallery>" VESK_BENCH="$<TARGET_FILE:vesk-bench>")
