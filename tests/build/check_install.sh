@@ -51,7 +51,7 @@ module=$work/television/usr/ug/lib/libug-VeskUG-efl.so
 "$readelf" -d "$module" | grep -qE 'RUNPATH|RPATH' && fault "the television's module looks for libraries on its own"
 strange=$(cd "$work/television" && find . -type f | grep -vE \
     -e '^\./usr/ug/lib/libug-VeskUG-efl\.so$' \
-    -e '^\./usr/ug/res/locale/[A-Za-z_]+/LC_MESSAGES/ug-VeskUG-efl\.mo$' \
+    -e '^\./usr/ug/res/locale/[A-Za-z_@]+/LC_MESSAGES/ug-VeskUG-efl\.mo$' \
     -e '^\./usr/share/resources/image/icon/r_icon_convergence/r_icon_convergence_[a-z0-9_]+\.webp$' \
     -e '^\./usr/apps/com\.corvane\.tv\.theme-resource/shared/res/ug-VeskUG-efl/r_icon_service_s_[a-z0-9_]+_w\.webp$')
 [ -z "$strange" ] || fault "the television gets what it does not need: $strange"
