@@ -27,4 +27,7 @@ enum class MacKind { bluetooth = 1, wifi = 2, p2p = 3 };
 /* The address as addresses are compared: upper case, ':' between the groups. */
 std::string normal_mac(std::string_view mac);
 
+/* Whether an address of the device, of that kind, is `mac` in any form. An empty text is no address. */
+bool has_address(const Device &device, std::string_view mac, MacKind kind);
+
 } // namespace vesk_port

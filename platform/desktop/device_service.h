@@ -1,13 +1,18 @@
 #pragma once
 /* Where the registered devices come from: what stands behind the calls of rdm.h. */
 
+#include <cstddef>
 #include <functional>
+#include <memory>
 #include <string_view>
 #include <vector>
 
 #include "device.h"
 
 namespace vesk_port {
+
+/* What a panel can show. A user who marks all rows has seen no more than these. */
+inline constexpr size_t kListedDevices = 50;
 
 /* One service, open as long as the object lives. All of it belongs to the main loop's thread. The functions throw
  * PortError with a sentence where they fail. */
@@ -18,7 +23,7 @@ public:
     DeviceService(const DeviceService &) = delete;
     DeviceService &operator=(const DeviceService &) = delete;
 
-    /* What a panel can show, in the service's order. */
+    /* The first kListedDevices of all, in the service's order. */
     virtual std::vector<Device> list() = 0;
 
     /* `status` is 0 (allow) or 1 (deny). */
@@ -33,5 +38,8 @@ public:
      * without a change. */
     virtual void on_changed(std::function<void()> changed) = 0;
 };
+
+/* Opens the service that this process uses. Throws PortError. */
+std::unique_ptr<DeviceService> make_device_service();
 
 } // namespace vesk_port

@@ -107,6 +107,17 @@ void insert(const SqliteDatabase &database, const Device &device)
     statement.bind(int64_t{device.type}).bind(int64_t{device.icon}).bind(int64_t{device.status}).step();
 }
 
+std::vector<Device> rows(const SqliteDatabase &database, const std::string &limit)
+{
+    std::vector<Device> devices;
+    SqliteStatement rows(database, kSelectDevices + " ORDER BY id" + limit);
+    while (rows.step())
+        devices.push_back({rows.number(0), rows.text(1), rows.text(2), rows.text(3), rows.text(4),
+                           static_cast<int32_t>(rows.number(5)), static_cast<int32_t>(rows.number(6)),
+                           static_cast<int32_t>(rows.number(7))});
+    return devices;
+}
+
 } // namespace
 
 DeviceStore::DeviceStore(std::filesystem::path file, std::chrono::milliseconds patience)
@@ -117,8 +128,15 @@ DeviceStore::DeviceStore(std::filesystem::path file, std::chrono::milliseconds p
 
 DeviceStore::~DeviceStore() = default;
 
-/* The open database: opened anew where another file has come to stand in its place, made where there is none. */
 const SqliteDatabase &DeviceStore::database()
+{
+    const SqliteDatabase &database = open_database();
+    database.set_patience(patience_);
+    return database;
+}
+
+/* Opened anew where another file has come to stand in its place, made where there is none. */
+const SqliteDatabase &DeviceStore::open_database()
 {
     struct stat now {};
     if (stat(file_.c_str(), &now) != 0) {
@@ -182,13 +200,14 @@ void DeviceStore::make_sample_file() const
 
 std::vector<Device> DeviceStore::list()
 {
-    std::vector<Device> devices;
-    SqliteStatement rows(database(), kSelectDevices + " ORDER BY id");
-    while (rows.step())
-        devices.push_back({rows.number(0), rows.text(1), rows.text(2), rows.text(3), rows.text(4),
-                           static_cast<int32_t>(rows.number(5)), static_cast<int32_t>(rows.number(6)),
-                           static_cast<int32_t>(rows.number(7))});
-    return devices;
+    return rows(database(), "");
+}
+
+std::vector<Device> DeviceStore::first(size_t most, std::chrono::milliseconds patience)
+{
+    const SqliteDatabase &open = database();
+    open.set_patience(patience);
+    return rows(open, " LIMIT " + std::to_string(most));
 }
 
 void DeviceStore::add(const std::vector<Device> &devices)
@@ -263,6 +282,13 @@ int64_t DeviceStore::finish_change(SqliteStatement &change, const std::string &d
 void DeviceStore::remove_all()
 {
     database().execute("DELETE FROM devices");
+    ring();
+}
+
+void DeviceStore::remove_first(size_t most)
+{
+    database().execute("DELETE FROM devices WHERE id IN (SELECT id FROM devices ORDER BY id LIMIT " +
+                       std::to_string(most) + ")");
     ring();
 }
 

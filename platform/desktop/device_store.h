@@ -29,6 +29,9 @@ public:
     /* All devices in the order of registration. */
     std::vector<Device> list();
 
+    /* The first `most` of them, with a patience of this call's own. */
+    std::vector<Device> first(size_t most, std::chrono::milliseconds patience);
+
     /* Register devices behind those that are there, or in place of all. All or none of them; their ids are given anew.
      * An address that is registered already is refused. */
     void add(const std::vector<Device> &devices);
@@ -44,9 +47,11 @@ public:
     void remove(int64_t id);
 
     void remove_all();
+    void remove_first(size_t most);
 
 private:
     const SqliteDatabase &database();
+    const SqliteDatabase &open_database();
     void make_sample_file() const;
     int64_t finish_change(SqliteStatement &change, const std::string &device);
     void ring() const;

@@ -46,7 +46,7 @@ ProductProfile read_profile(const fs::path &file)
         throw failure(-ENOENT, "it does not exist");
     const KeyFile keys(g_key_file_new());
     GlibError error;
-    if (!g_key_file_load_from_data(keys.get(), text->data(), text->size(), G_KEY_FILE_NONE, error.out()))
+    if (!g_key_file_load_from_data(keys.get(), text->data(), text->size(), G_KEY_FILE_NONE, error.place()))
         throw failure(-EIO, error.message());
     ProductProfile profile{file.stem(), file, text_of(keys.get(), "profile", "title"), {}};
     for (const char *section :
@@ -108,7 +108,7 @@ void choose_product(const std::string &product)
     make_folder_of(file);
     const std::string line = (is_path(product) ? fs::absolute(product).string() : product) + "\n";
     GlibError error;
-    if (!g_file_set_contents(file.c_str(), line.data(), static_cast<gssize>(line.size()), error.out()))
+    if (!g_file_set_contents(file.c_str(), line.data(), static_cast<gssize>(line.size()), error.place()))
         throw PortError(error.file_code(), "the choice cannot be kept in " + escaped(file.string()) + ": " +
                                                error.message() +
                                                ". Allow writing to its folder or use the variable VESK_PRODUCT.");

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "device_store.h"
+#include "device.h"
 
 namespace vesk_port {
 

@@ -43,7 +43,7 @@ KeyFile load(const std::string &path)
     const std::string text = read_regular_file(path, "settings file", kAdvice).value_or("");
     GlibError error;
     if (!text.empty() &&
-        !g_key_file_load_from_data(file.get(), text.data(), text.size(), G_KEY_FILE_KEEP_COMMENTS, error.out()))
+        !g_key_file_load_from_data(file.get(), text.data(), text.size(), G_KEY_FILE_KEEP_COMMENTS, error.place()))
         throw PortError(-EIO,
                         "the settings file " + escaped(path) + " cannot be read: " + error.message() + ". " + kAdvice);
     return file;
@@ -102,7 +102,7 @@ GKeyFile *current()
 std::optional<std::string> stored_setting(const std::string &key)
 {
     GlibError error;
-    const GlibText value(g_key_file_get_string(current(), kGroup, key.c_str(), error.out()));
+    const GlibText value(g_key_file_get_string(current(), kGroup, key.c_str(), error.place()));
     if (value)
         return value.get();
     if (error.is(G_KEY_FILE_ERROR, G_KEY_FILE_ERROR_UNKNOWN_ENCODING) ||
@@ -252,7 +252,7 @@ void write_setting(const std::string &key, const std::optional<std::string> &val
     else
         g_key_file_remove_key(file.get(), kGroup, key.c_str(), nullptr);
     GlibError error;
-    if (!g_key_file_save_to_file(file.get(), path.c_str(), error.out()))
+    if (!g_key_file_save_to_file(file.get(), path.c_str(), error.place()))
         throw PortError(error.file_code(), "the settings file " + escaped(path.string()) +
                                                " cannot be written: " + error.message() +
                                                ". Allow writing to its folder or name another file in VESK_SETTINGS.");

@@ -67,7 +67,12 @@ SqliteDatabase::SqliteDatabase(std::filesystem::path file, std::chrono::millisec
     handle_.reset(handle);
     if (result != SQLITE_OK)
         fail();
-    sqlite3_busy_timeout(handle, static_cast<int>(patience.count()));
+    set_patience(patience);
+}
+
+void SqliteDatabase::set_patience(std::chrono::milliseconds patience) const
+{
+    sqlite3_busy_timeout(handle(), static_cast<int>(patience.count()));
 }
 
 void SqliteDatabase::execute(const std::string &sql) const

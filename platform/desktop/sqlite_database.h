@@ -45,6 +45,8 @@ public:
      * process is in the way. */
     SqliteDatabase(std::filesystem::path file, std::chrono::milliseconds patience);
 
+    void set_patience(std::chrono::milliseconds patience) const;
+
     void execute(const std::string &sql) const;
 
     /* Closing is not to write to the files any more, though this may be their last user. */
