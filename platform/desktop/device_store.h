@@ -52,7 +52,7 @@ public:
 private:
     const SqliteDatabase &database();
     const SqliteDatabase &open_database();
-    void make_sample_file() const;
+    void insert(const std::vector<Device> &devices, const std::string &before);
     int64_t finish_change(SqliteStatement &change, const std::string &device);
     void ring() const;
 

@@ -9,6 +9,7 @@
 
 #include <glib-unix.h>
 
+#include "fence.h"
 #include "port_error.h"
 
 namespace vesk_port {
@@ -43,15 +44,15 @@ FileWatch::FileWatch(fs::path file, std::function<void()> changed)
         throw;
     }
     const auto ready = [](gint, GIOCondition, gpointer self) -> gboolean {
-        static_cast<FileWatch *>(self)->dispatch();
+        fenced("following a file", [self] { static_cast<FileWatch *>(self)->dispatch(); });
         return G_SOURCE_CONTINUE;
     };
-    source_ = g_unix_fd_add(inotify_, G_IO_IN, ready, this);
+    source_ = GlibSource(g_unix_fd_add(inotify_, G_IO_IN, ready, this));
 }
 
 FileWatch::~FileWatch()
 {
-    g_source_remove(source_);
+    source_.end();
     close(inotify_);
 }
 

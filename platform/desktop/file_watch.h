@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <functional>
 
+#include "glib_owner.h"
+
 namespace vesk_port {
 
 /* Calls `changed` on the main loop (GLib's default context) after the file may have changed: written, replaced by a
@@ -25,7 +27,7 @@ private:
     std::filesystem::path file_;
     std::function<void()> changed_;
     int inotify_ = -1;
-    unsigned source_ = 0;
+    GlibSource source_;
     int watch_ = -1;
     std::filesystem::path folder_;  /* the watched one: the file's own or the deepest one above it that exists */
     std::filesystem::path awaited_; /* the entry of that folder on the way to the file, or the file itself */

@@ -9,6 +9,12 @@
 
 namespace vesk_port {
 
+namespace {
+
+constexpr const char *kElsewhere = " or name another file in VESK_DEVICES.";
+
+}
+
 void SqliteStatement::Finalize::operator()(sqlite3_stmt *statement) const
 {
     sqlite3_finalize(statement);
@@ -34,6 +40,12 @@ SqliteStatement &SqliteStatement::bind(int64_t number)
 {
     sqlite3_bind_int64(statement_.get(), ++bound_, number);
     return *this;
+}
+
+void SqliteStatement::restart()
+{
+    sqlite3_reset(statement_.get());
+    bound_ = 0;
 }
 
 bool SqliteStatement::step()
@@ -81,6 +93,45 @@ void SqliteDatabase::execute(const std::string &sql) const
         fail();
 }
 
+void SqliteDatabase::try_to_execute(const std::string &sql) const
+{
+    sqlite3_exec(handle(), sql.c_str(), nullptr, nullptr, nullptr);
+}
+
+/* SQLite's own handle of the file: closing another one would end the locks that this process holds on it. */
+sqlite3_file *SqliteDatabase::file() const
+{
+    sqlite3_file *file = nullptr;
+    if (sqlite3_file_control(handle(), "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK || !file ||
+        !file->pMethods)
+        fail();
+    return file;
+}
+
+SqliteDatabase::Header SqliteDatabase::header() const
+{
+    Header header{};
+    file()->pMethods->xRead(file(), header.data(), static_cast<int>(header.size()), 0);
+    return header;
+}
+
+void SqliteDatabase::while_unused(const std::function<void()> &body) const
+{
+    sqlite3_file *const locked = file();
+    const auto unlock = [](sqlite3_file *held) { held->pMethods->xUnlock(held, SQLITE_LOCK_NONE); };
+    if (locked->pMethods->xLock(locked, SQLITE_LOCK_SHARED) != SQLITE_OK)
+        return;
+    const std::unique_ptr<sqlite3_file, decltype(unlock)> lock(locked, unlock);
+    if (locked->pMethods->xLock(locked, SQLITE_LOCK_EXCLUSIVE) == SQLITE_OK)
+        body();
+}
+
+bool SqliteDatabase::write_ahead() const
+{
+    SqliteStatement mode(*this, "PRAGMA journal_mode");
+    return mode.step() && mode.text(0) == "wal";
+}
+
 void SqliteDatabase::leave_files_alone(bool leave) const
 {
     sqlite3_db_config(handle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, leave ? 1 : 0, nullptr);
@@ -89,28 +140,39 @@ void SqliteDatabase::leave_files_alone(bool leave) const
 void SqliteDatabase::fail() const
 {
     const std::string database = "the device database " + file_.string();
-    const std::string elsewhere = " or name another file in VESK_DEVICES.";
-    const int system_error = sqlite3_system_errno(handle());
-    switch (sqlite3_errcode(handle())) {
+    const int code = sqlite3_extended_errcode(handle());
+    /* Set by the codes of input and output alone. */
+    const bool of_system = (code & 0xff) == SQLITE_IOERR || (code & 0xff) == SQLITE_CANTOPEN;
+    const int system_error = of_system ? sqlite3_system_errno(handle()) : 0;
+    if (system_error == EROFS || (code & 0xff) == SQLITE_READONLY) {
+        if (code != SQLITE_READONLY_DBMOVED)
+            fail_as_read_only();
+        throw PortError(-EBUSY, database + " was replaced by another file meanwhile. Try again.");
+    }
+    if (system_error == ENOSPC || system_error == EDQUOT || code == SQLITE_FULL)
+        throw PortError(-ENOSPC, database + " cannot be written, the disk is full. Make room" + kElsewhere);
+    switch (code & 0xff) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
-        throw PortError(-EBUSY, database + " is locked by another program. Try again, end that program" + elsewhere);
-    case SQLITE_READONLY:
-        throw PortError(-EROFS, database + " is read-only. Allow writing to the file and its folder" + elsewhere);
+        throw PortError(-EBUSY, database + " is locked by another program. Try again, end that program" + kElsewhere);
     case SQLITE_PERM:
     case SQLITE_CANTOPEN:
         throw PortError(-EACCES, database + " cannot be opened" +
                                      (system_error ? std::string(": ") + std::strerror(system_error) : "") +
-                                     ". Allow reading and writing of the file and its folder" + elsewhere);
-    case SQLITE_FULL:
-        throw PortError(-ENOSPC, database + " cannot be written, the disk is full. Make room" + elsewhere);
+                                     ". Allow reading and writing of the file and its folder" + kElsewhere);
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
         fail_as_damaged();
     default:
         throw PortError(-EIO,
-                        database + " cannot be used: " + sqlite3_errmsg(handle()) + ". Check the disk" + elsewhere);
+                        database + " cannot be used: " + sqlite3_errmsg(handle()) + ". Check the disk" + kElsewhere);
     }
+}
+
+void SqliteDatabase::fail_as_read_only() const
+{
+    throw PortError(-EROFS, "the device database " + file_.string() +
+                                " is read-only. Allow writing to the file and its folder" + kElsewhere);
 }
 
 void SqliteDatabase::fail_as_damaged() const
