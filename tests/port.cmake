@@ -10,7 +10,10 @@ target_link_libraries(port_fixture PUBLIC vesk_port GTest::gmock PkgConfig::GLIB
 add_dependencies(port_fixture veskctl)
 
 vesk_add_test(port_test LABEL unit LIBRARIES port_fixture SOURCES
+  ${PROJECT_SOURCE_DIR}/tests/unit/port_device_disk_test.cpp
   ${PROJECT_SOURCE_DIR}/tests/unit/port_device_files_test.cpp
+  ${PROJECT_SOURCE_DIR}/tests/unit/port_device_logs_test.cpp
+  ${PROJECT_SOURCE_DIR}/tests/unit/port_device_reports_test.cpp
   ${PROJECT_SOURCE_DIR}/tests/unit/port_devices_test.cpp
   ${PROJECT_SOURCE_DIR}/tests/unit/port_failures_test.cpp
   ${PROJECT_SOURCE_DIR}/tests/unit/port_gadget_test.cpp

@@ -34,8 +34,8 @@ constexpr size_t kApplicationIdOffset = 68;
 constexpr char kWriteAheadVersion = 2;
 
 /* AUTOINCREMENT keeps the order of registration also after the last device was removed and another one added. A draft
- * that breaks off is thrown away, so it needs no journal. */
-const std::string kSchema = "PRAGMA journal_mode = OFF;"
+ * that breaks off is thrown away, so it needs no journal on the disk. */
+const std::string kSchema = "PRAGMA journal_mode = MEMORY;"
                             "PRAGMA application_id = " +
                             std::to_string(kApplicationId) +
                             ";"

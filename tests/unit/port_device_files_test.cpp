@@ -1,10 +1,10 @@
 /* Device databases that cannot be used: an error code, a sentence with the file's name, and the file as it was. */
 
 #include <cerrno>
-#include <sqlite3.h>
 
 #include "desktop/device_store.h"
 #include "desktop/port_error.h"
+#include "other_program.h"
 #include "port_fixture.h"
 #include "rdm.h"
 
@@ -15,25 +15,6 @@ using vesk_port::DeviceStore;
 using vesk_port::PortError;
 
 namespace {
-
-/* A connection of somebody else. */
-class OtherProgram {
-public:
-    explicit OtherProgram(const fs::path &file) { EXPECT_EQ(sqlite3_open(file.c_str(), &database_), SQLITE_OK); }
-    ~OtherProgram() { sqlite3_close(database_); }
-    OtherProgram(const OtherProgram &) = delete;
-    OtherProgram &operator=(const OtherProgram &) = delete;
-
-    void run(const char *sql)
-    {
-        char *error = nullptr;
-        EXPECT_EQ(sqlite3_exec(database_, sql, nullptr, nullptr, &error), SQLITE_OK) << error;
-        sqlite3_free(error);
-    }
-
-private:
-    sqlite3 *database_ = nullptr;
-};
 
 class PortDeviceFiles : public PortTest {
 protected:
@@ -112,6 +93,12 @@ INSTANTIATE_TEST_SUITE_P(
                              [](const fs::path &file) {
                                  DeviceStore{file};
                                  OtherProgram(file).run("ALTER TABLE devices DROP COLUMN icon");
+                             }},
+                    Unusable{"WithAViewInPlaceOfTheTable",
+                             [](const fs::path &file) {
+                                 DeviceStore{file};
+                                 OtherProgram(file).run("ALTER TABLE devices RENAME TO kept;"
+                                                        "CREATE VIEW devices AS SELECT * FROM kept");
                              }},
                     Unusable{"WithADamagedPage",
                              [](const fs::path &file) {

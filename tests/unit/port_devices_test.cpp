@@ -6,74 +6,11 @@
 #include <set>
 #include <thread>
 
-#include "desktop/device_store.h"
 #include "desktop/rdm_service.h"
-#include "port_fixture.h"
-#include "rdm.h"
+#include "device_fixture.h"
 
 using testing::HasSubstr;
-using vesk_port::Device;
 using vesk_port::DeviceStore;
-using vesk_port::MacKind;
-
-namespace {
-
-std::string text_of(const char *field, size_t size)
-{
-    return {field, strnlen(field, size)};
-}
-
-std::vector<RdmDeviceInfo> devices()
-{
-    RdmDeviceInfo *list = nullptr;
-    size_t count = 0;
-    if (rdm_get_list(&list, &count) != 0)
-        return {};
-    std::vector<RdmDeviceInfo> copy(list, list + count);
-    rdm_free_list(list);
-    return copy;
-}
-
-std::string name_of(const RdmDeviceInfo &info)
-{
-    return text_of(info.name, sizeof info.name);
-}
-
-/* What one callback has heard. */
-struct Heard {
-    std::vector<RdmDeviceInfo> records;
-    int handle = 0;
-
-    Heard() { EXPECT_EQ(rdm_callback_register(hear, this, &handle), 0); }
-    ~Heard() { rdm_callback_deregister(handle); }
-
-    static int hear(void *self, RdmDeviceInfo *info)
-    {
-        static_cast<Heard *>(self)->records.push_back(*info);
-        return 0;
-    }
-};
-
-class PortDevices : public PortTest {
-protected:
-    PortDevices() { EXPECT_EQ(rdm_init(), 0); }
-    ~PortDevices() override
-    {
-        while (rdm_deinit() == 0) {
-        }
-    }
-};
-
-Device phone(const std::string &name, const std::string &wifi_mac)
-{
-    Device device;
-    device.name = name;
-    device.wifi_mac = wifi_mac;
-    device.type = 1;
-    return device;
-}
-
-} // namespace
 
 TEST_F(PortDevices, AFirstStartShowsAHouseholdOfADozen)
 {
