@@ -2,7 +2,10 @@
 
 #include <cerrno>
 #include <cstring>
+#include <fcntl.h>
 #include <sqlite3.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
 #include <utility>
 
 #include "port_error.h"
@@ -13,7 +16,20 @@ namespace {
 
 constexpr const char *kElsewhere = " or name another file in VESK_DEVICES.";
 
+/* Why no file can be made beside `file`, or 0. SQLite tries a failed opening in another way, which loses the reason. */
+int folder_error(const std::filesystem::path &file)
+{
+    const std::filesystem::path folder = file.parent_path();
+    struct statvfs disk {};
+    if (faccessat(AT_FDCWD, folder.c_str(), W_OK, AT_EACCESS) != 0)
+        return errno == EROFS ? EROFS : 0;
+    /* Some file systems do not count their files. */
+    if (statvfs(folder.c_str(), &disk) == 0 && (disk.f_bavail == 0 || (disk.f_files > 0 && disk.f_favail == 0)))
+        return ENOSPC;
+    return 0;
 }
+
+} // namespace
 
 void SqliteStatement::Finalize::operator()(sqlite3_stmt *statement) const
 {
@@ -141,14 +157,15 @@ void SqliteDatabase::fail() const
 {
     const std::string database = "the device database " + file_.string();
     const int code = sqlite3_extended_errcode(handle());
-    /* Set by the codes of input and output alone. */
-    const bool of_system = (code & 0xff) == SQLITE_IOERR || (code & 0xff) == SQLITE_CANTOPEN;
-    const int system_error = of_system ? sqlite3_system_errno(handle()) : 0;
-    if (system_error == EROFS || (code & 0xff) == SQLITE_READONLY) {
-        if (code != SQLITE_READONLY_DBMOVED)
-            fail_as_read_only();
+    int system_error = 0;
+    if ((code & 0xff) == SQLITE_IOERR)
+        system_error = sqlite3_system_errno(handle());
+    else if ((code & 0xff) == SQLITE_CANTOPEN && !(system_error = folder_error(file_)))
+        system_error = sqlite3_system_errno(handle());
+    if (code == SQLITE_READONLY_DBMOVED)
         throw PortError(-EBUSY, database + " was replaced by another file meanwhile. Try again.");
-    }
+    if (system_error == EROFS || (code & 0xff) == SQLITE_READONLY)
+        fail_as_read_only();
     if (system_error == ENOSPC || system_error == EDQUOT || code == SQLITE_FULL)
         throw PortError(-ENOSPC, database + " cannot be written, the disk is full. Make room" + kElsewhere);
     switch (code & 0xff) {

@@ -1,7 +1,6 @@
-/* Disks that take no more: each failure of the system is told as what it is. */
+/* Disks that take no more. */
 
 #include <cerrno>
-#include <fcntl.h>
 #include <map>
 #include <sqlite3.h>
 #include <utility>
@@ -26,15 +25,6 @@ ssize_t refused_write(int, const void *, size_t)
 ssize_t refused_pwrite(int file, const void *bytes, size_t size, off_t)
 {
     return refused_write(file, bytes, size);
-}
-
-/* Files that exist can be opened for reading, as on a disk that is mounted so. */
-int refused_open(const char *path, int flags, int mode)
-{
-    if ((flags & O_ACCMODE) == O_RDONLY)
-        return open(path, flags, mode);
-    errno = refusal;
-    return -1;
 }
 
 /* Replaces SQLite's calls of the system as long as it lives. */
@@ -70,17 +60,8 @@ RefusingDisk full_disk(int error)
              {"pwrite64", positioned}}};
 }
 
-RefusingDisk read_only_disk()
-{
-    return {EROFS, {{"open", reinterpret_cast<sqlite3_syscall_ptr>(refused_open)}}};
-}
-
 struct FullDisk : PortTest, WithParamInterface<int> {
     ~FullDisk() override { rdm_deinit(); }
-};
-
-struct ReadOnlyDisk : PortTest {
-    ~ReadOnlyDisk() override { rdm_deinit(); }
 };
 
 } // namespace
@@ -113,14 +94,4 @@ TEST_F(PortTest, AFirstStartOnAFullDiskLeavesNoHalfMadeFile)
     EXPECT_TRUE(fs::is_empty(folder_));
     EXPECT_EQ(rdm_init(), 0);
     EXPECT_EQ(rdm_deinit(), 0);
-}
-
-TEST_F(ReadOnlyDisk, RefusesChangesAndShowsTheDevices)
-{
-    vesk_port::DeviceStore{devices_};
-    const RefusingDisk disk = read_only_disk();
-    ASSERT_EQ(rdm_init(), 0);
-    EXPECT_EQ(devices().size(), 12U);
-    EXPECT_EQ(rdm_set_status("0A:5E:20:77:1B:10", 1, 1), -EROFS);
-    EXPECT_THAT(log(), HasSubstr(devices_.string() + " is read-only"));
 }
