@@ -46,6 +46,10 @@ int select_with_glib(int (*wait)(int, fd_set *, fd_set *, fd_set *, timeval *), 
                                      {errors, G_IO_ERR | G_IO_PRI, G_IO_ERR | G_IO_PRI}};
     int priority = 0;
     int timeout_ms = -1;
+    /* Another thread that attaches a source wakes the owner of the context, and nobody else. To see it: answers of
+       the system bus that come seconds late. */
+    if (!g_main_context_acquire(context))
+        return wait(count, reads, writes, errors, timeout);
     g_main_context_prepare(context, &priority);
     auto descriptors = query(context, priority, timeout_ms);
     for (const auto &descriptor : descriptors) {
@@ -68,6 +72,7 @@ int select_with_glib(int (*wait)(int, fd_set *, fd_set *, fd_set *, timeval *), 
     }
     if (g_main_context_check(context, priority, descriptors.data(), static_cast<int>(descriptors.size())))
         g_main_context_dispatch(context);
+    g_main_context_release(context);
     return ready;
 }
 
