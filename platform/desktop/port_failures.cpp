@@ -126,7 +126,10 @@ int provoked_failure(const char *call)
 
 int report_failure(const char *call, int code, const char *sentence)
 {
-    log_line(DLOG_ERROR, kPortTag, std::string(call) + " failed (" + std::to_string(code) + "): " + sentence);
+    /* A service that is not open has told why when it was to be opened, or is closed a second time, which harms nobody.
+     */
+    const int priority = code == -ENOTCONN ? DLOG_INFO : DLOG_ERROR;
+    log_line(priority, kPortTag, std::string(call) + " failed (" + std::to_string(code) + "): " + sentence);
     return code;
 }
 
