@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "television/efl/widgets.h"
+#include "television/efl/mending.h"
 
 namespace bench {
 
@@ -14,7 +14,7 @@ constexpr int kRowsThatFit = 6;
 
 Evas_Object *list_on_panel()
 {
-    const auto lists = vesk::efl::lists();
+    const auto lists = vesk::efl::Mending::current()->widgets.lists();
     const auto filled = std::find_if(lists.rbegin(), lists.rend(), elm_genlist_items_count);
     return filled != lists.rend() ? *filled : nullptr;
 }

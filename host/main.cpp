@@ -34,12 +34,9 @@ void tell(const std::string &message)
     std::fprintf(stderr, "vesk-host: %s\n", vesk_port::short_message(message).c_str());
 }
 
-/* Without an option the terminal tells what a user can do something about: the port's own sentences. A module closes
-   the service a second time when it ends, on purpose; that failure is nobody's concern. */
+/* Without an option the terminal tells what a user can do something about: the port's own sentences. */
 void tell_on_terminal(int priority, const std::string &tag, const std::string &text)
 {
-    if (text.starts_with("rdm_deinit "))
-        return;
     if (tag == vesk_port::kPortTag && priority >= DLOG_WARN)
         tell(text);
 }
@@ -152,9 +149,10 @@ void play(const Options &options)
     const auto locale = chosen_locale();
     set_up_language(locale);
     std::optional<Speech> speech;
+    std::optional<Reader> reader;
     if (options.screen_reader) {
         speech.emplace(options.transcript, locale);
-        reader::begin([&speech](const std::string &text, bool interrupt) { speech->say(text, interrupt); });
+        reader.emplace([&speech](const std::string &text, bool interrupt) { speech->say(text, interrupt); });
     }
     bool ended = false;
     end_on_signals(ended);

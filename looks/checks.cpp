@@ -5,11 +5,12 @@
 #include <cstdio>
 #include <map>
 
+#include "television/theme_variants.h"
+
 namespace vesk::looks {
 
 namespace {
 
-constexpr double kCompact = 0.5625;
 constexpr double kReadable = 4.5;
 constexpr double kReadableInHighContrast = 7.0;
 constexpr double kPictureContrast = 3.0;
@@ -213,7 +214,7 @@ void check_side(const Shown &scene, std::vector<Finding> &findings)
 
 int Shown::scaled(int length) const
 {
-    return setting.compact() ? static_cast<int>(length * kCompact) : length;
+    return setting.compact() ? static_cast<int>(length * kCompactScale) : length;
 }
 
 Shown shown(Scene &scene)

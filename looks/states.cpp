@@ -4,6 +4,8 @@
 #include <array>
 #include <cstdio>
 
+#include "television/language.h"
+
 namespace vesk::looks {
 
 namespace {
@@ -166,9 +168,7 @@ const State *find_state(const std::string &name)
 
 bool Setting::right_to_left() const
 {
-    static constexpr std::array<std::string_view, 5> languages{"ar", "ckb", "fa", "he", "ur"};
-    const auto name = language.substr(0, language.find('_'));
-    return std::ranges::find(languages, name) != languages.end();
+    return places_from_right_to_left(language);
 }
 
 const std::vector<std::string> &gallery_languages()

@@ -4,9 +4,10 @@
 #include <stdexcept>
 #include <string>
 
+#include "desktop/fence.h"
 #include "desktop/gadget_host.h"
 #include "desktop/settings.h"
-#include "television/efl/widgets.h"
+#include "television/efl/mending.h"
 
 namespace vesk {
 
@@ -87,7 +88,7 @@ int Gadget::wish_to_stop(ui_gadget_h handle)
             [](void *gadget) {
                 auto *self = static_cast<Gadget *>(gadget);
                 self->stopping_ = nullptr;
-                self->stop();
+                vesk_port::fenced("ending the module", [self] { self->stop(); });
             },
             current);
     }
@@ -125,7 +126,8 @@ void Gadget::unload()
 
 void Gadget::end_module()
 {
-    efl::clear_window(); /* a toast outlives its screen, and the toolkit would call back into the unloaded module */
+    panel_.mending().widgets.clear_window(); /* a toast outlives its screen, and the toolkit would call back into the
+                                                unloaded module */
     module_.exit(&operations_);
     operations_ = {};
     panel_.settle(); /* deletions and short timers that still hold the module's functions */

@@ -16,7 +16,7 @@ namespace vesk {
 namespace {
 
 constexpr char kEnglish[] = "en_GB";
-constexpr std::array<std::string_view, 5> kRightToLeft{"ar", "ckb", "fa", "he", "ur"};
+constexpr std::array<std::string_view, 5> kRightToLeft{"ar_AE", "ckb_IQ", "fa_IR", "he_IL", "ur_PK"};
 
 /* The locale's name without its encoding: "sr_RS.UTF-8@latin" becomes "sr_RS@latin". */
 std::string without_encoding(const std::string &locale)
@@ -65,9 +65,13 @@ bool use_language(const std::string &locale)
     setlocale(LC_ALL, "C");
     setlocale(LC_ALL, "C.UTF-8");
 
-    const bool to_the_left = found && std::ranges::find(kRightToLeft, language_of(locale)) != kRightToLeft.end();
-    elm_config_mirrored_set(to_the_left);
+    elm_config_mirrored_set(places_from_right_to_left(locale));
     return found || language_of(locale) == language_of(kEnglish);
+}
+
+bool places_from_right_to_left(const std::string &locale)
+{
+    return std::ranges::any_of(kRightToLeft, [&](std::string_view start) { return locale.starts_with(start); });
 }
 
 } // namespace vesk

@@ -10,4 +10,8 @@ namespace vesk {
    first text. */
 bool use_language(const std::string &locale);
 
+/* Whether a television places its screens from right to left in that locale: five locales of such languages, of any
+   encoding. In others, such as "ar_SA", the texts run from right to left and the places do not. */
+bool places_from_right_to_left(const std::string &locale);
+
 } // namespace vesk

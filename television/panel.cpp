@@ -3,16 +3,14 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "desktop/fence.h"
 #include "desktop/gadget_host.h"
 #include "desktop/paths.h"
 #include "desktop/settings.h"
 #include "system_info.h"
-#include "television/efl/arrows.h"
 #include "television/efl/interpose.h"
 #include "television/efl/mending.h"
-#include "television/efl/places.h"
 #include "television/efl/redraw.h"
-#include "television/efl/widgets.h"
 #include "television/reader/reader.h"
 #include "television/theme_variants.h"
 #include "vconf.h"
@@ -32,15 +30,20 @@ bool portrait_setting()
 
 void turn_by_setting(keynode_t *, void *panel)
 {
-    static_cast<Panel *>(panel)->turn(portrait_setting());
+    vesk_port::fenced("turning the panel", [panel] { static_cast<Panel *>(panel)->turn(portrait_setting()); });
 }
-
-constexpr double kCompactScale = 0.5625;
 
 bool is_board()
 {
     bool board = false;
     return system_info_get_custom_bool("com.corvane/featureconf/quince_support", &board) == 0 && board;
+}
+
+/* A key or a touch has come: what is being said has become old. */
+void hear()
+{
+    if (auto *reader = Reader::current())
+        reader->key_came();
 }
 
 const char *key_text(const std::string &key)
@@ -54,16 +57,6 @@ unsigned int now_ms()
     return static_cast<unsigned int>(static_cast<unsigned long long>(ecore_time_get() * 1000.0));
 }
 
-std::filesystem::path programme_picture()
-{
-    for (const char *name : {"programme.webp", "programme.png"}) {
-        auto file = vesk_port::share_folder() / "pictures" / name;
-        if (std::filesystem::exists(file))
-            return file;
-    }
-    return {};
-}
-
 } // namespace
 
 Panel::Panel(const Toolkit &toolkit) : toolkit_(toolkit), portrait_(portrait_setting())
@@ -75,7 +68,7 @@ Panel::Panel(const Toolkit &toolkit) : toolkit_(toolkit), portrait_(portrait_set
     fit();
     evas_object_show(window_);
     evas_object_show(top_);
-    efl::begin(window_);
+    mending_ = std::make_unique<efl::Mending>(window_);
     vesk_port::set_gadget_window(window_);
     vconf_notify_key_changed(kOrientation, turn_by_setting, this);
 }
@@ -85,7 +78,7 @@ Panel::~Panel()
     vconf_ignore_key_changed(kOrientation, turn_by_setting);
     vesk_port::set_gadget_window(nullptr);
     take_keys(false);
-    efl::end();
+    mending_.reset();
     evas_object_del(window_);
     evas_object_del(top_);
     settle();
@@ -116,18 +109,14 @@ void Panel::make_windows()
     const auto refit = [](void *panel, Evas *, Evas_Object *, void *) { static_cast<Panel *>(panel)->fit(); };
     evas_object_event_callback_add(top_, EVAS_CALLBACK_RESIZE, refit, this);
     const auto close = [](void *panel, Evas_Object *, void *) {
-        if (const auto &handler = static_cast<Panel *>(panel)->close_handler_)
-            handler();
+        vesk_port::fenced("closing the window", [panel] {
+            if (const auto &handler = static_cast<Panel *>(panel)->close_handler_)
+                handler();
+        });
     };
     evas_object_smart_callback_add(top_, "delete,request", close, this);
-    const auto hidden = [](void *panel, Evas_Object *, void *) {
-        if (const auto &handler = static_cast<Panel *>(panel)->visible_handler_)
-            handler(false);
-    };
-    const auto shown = [](void *panel, Evas_Object *, void *) {
-        if (const auto &handler = static_cast<Panel *>(panel)->visible_handler_)
-            handler(true);
-    };
+    const auto hidden = [](void *panel, Evas_Object *, void *) { static_cast<Panel *>(panel)->tell_visible(false); };
+    const auto shown = [](void *panel, Evas_Object *, void *) { static_cast<Panel *>(panel)->tell_visible(true); };
     evas_object_smart_callback_add(top_, "iconified", hidden, this);
     evas_object_smart_callback_add(top_, "normal", shown, this);
 
@@ -136,10 +125,19 @@ void Panel::make_windows()
                        static_cast<int>(height() * kFirstWindowShare));
 }
 
+void Panel::tell_visible(bool visible) const
+{
+    vesk_port::fenced("showing or hiding the window", [&] {
+        if (visible_handler_)
+            visible_handler_(visible);
+    });
+}
+
 void Panel::show_programme()
 {
     programme_ = evas_object_image_filled_add(canvas());
-    evas_object_image_file_set(programme_, programme_picture().c_str(), nullptr);
+    evas_object_image_file_set(programme_, (vesk_port::share_folder() / "pictures" / "programme.png").c_str(),
+                               nullptr);
     evas_object_pass_events_set(programme_, EINA_TRUE);
     evas_object_layer_set(programme_, EVAS_LAYER_MIN + 1);
     evas_object_show(programme_);
@@ -183,7 +181,7 @@ void Panel::turn(bool portrait)
     portrait_ = portrait;
     take_form();
     evas_object_resize(window_, width(), height());
-    for (auto *popup : efl::shown_popups())
+    for (auto *popup : mending_->widgets.shown_popups())
         efl::lay_out_again(popup);
     int window_width = 0;
     int window_height = 0;
@@ -202,14 +200,14 @@ void Panel::take_keys(bool take)
 
 void Panel::key_down(const std::string &key)
 {
-    reader::key_came();
+    hear();
     /* On hold, the event passes through the gadget's own handlers, and the toolkit does nothing with it. */
-    const bool held = efl::holds(key);
+    const bool held = mending_->arrows.holds(key);
     evas_event_default_flags_set(canvas(), held ? EVAS_EVENT_FLAG_ON_HOLD : EVAS_EVENT_FLAG_NONE);
     evas_event_feed_key_down(canvas(), key.c_str(), key.c_str(), key_text(key), nullptr, now_ms(), nullptr);
     evas_event_default_flags_set(canvas(), EVAS_EVENT_FLAG_NONE);
     if (held)
-        efl::move(key);
+        mending_->arrows.move(key);
 }
 
 void Panel::key_up(const std::string &key)
@@ -226,7 +224,7 @@ void Panel::press(const std::string &key)
 
 void Panel::tap(int x, int y)
 {
-    reader::key_came();
+    hear();
     evas_event_feed_mouse_in(canvas(), now_ms(), nullptr);
     evas_event_feed_mouse_move(canvas(), x, y, now_ms(), nullptr);
     evas_event_feed_mouse_down(canvas(), 1, EVAS_BUTTON_NONE, now_ms(), nullptr);

@@ -18,11 +18,16 @@
 #include <Elementary.h>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "television/toolkit.h"
 
 namespace vesk {
+
+namespace efl {
+class Mending;
+}
 
 class Panel {
 public:
@@ -34,6 +39,9 @@ public:
     Panel &operator=(const Panel &) = delete;
 
     const Toolkit &toolkit() const { return toolkit_; }
+
+    /* What is mended of the toolkit on this panel; it knows the widgets. */
+    efl::Mending &mending() const { return *mending_; }
 
     /* The window that gadgets build their screens on; the panel's own. */
     Evas_Object *window() const { return window_; }
@@ -85,6 +93,7 @@ public:
 private:
     void make_windows();
     void show_programme();
+    void tell_visible(bool visible) const;
     void take_form();
     void fit();
 
@@ -94,6 +103,7 @@ private:
     Evas_Object *picture_ = nullptr;   /* what the panel shows, in top_ */
     Evas_Object *programme_ = nullptr; /* the drawn television programme behind the screens */
     bool portrait_ = false;
+    std::unique_ptr<efl::Mending> mending_;
     std::function<void()> close_handler_;
     std::function<void(bool)> visible_handler_;
 };

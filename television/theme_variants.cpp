@@ -1,6 +1,9 @@
 #include "television/theme_variants.h"
 
 #include <Edje.h>
+#include <charconv>
+#include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -58,6 +61,15 @@ void show_contrast(bool high)
             else
                 edje_color_class_del(name.c_str());
         });
+}
+
+int theme_number(const char *name)
+{
+    const std::unique_ptr<char, decltype(&std::free)> text(edje_file_data_get(theme_file().c_str(), name), std::free);
+    int number = 0;
+    if (text)
+        std::from_chars(text.get(), text.get() + std::strlen(text.get()), number);
+    return number;
 }
 
 } // namespace vesk

@@ -15,6 +15,7 @@
 #include <sys/select.h>
 #include <utility>
 
+#include "desktop/fence.h"
 #include "desktop/log.h"
 #include "desktop/paths.h"
 #include "television/main_loops.h"
@@ -50,7 +51,7 @@ bool due_soon(const timeval *timeout)
 
 int wait_for_both(int count, fd_set *reads, fd_set *writes, fd_set *errors, timeval *timeout)
 {
-    if (loop.over && (*loop.over)()) {
+    if (vesk_port::fenced("the end of the wait", false, [] { return loop.over && (*loop.over)(); })) {
         timeval none{};
         return loop.wait(count, reads, writes, errors, &none);
     }
@@ -111,17 +112,22 @@ __attribute__((format(printf, 6, 0))) void log_toolkit_message(const Eina_Log_Do
     char text[512];
     vsnprintf(text, sizeof(text), format, arguments);
     static std::mutex one_line_at_a_time; /* the toolkit logs from its threads too */
-    const std::lock_guard lock(one_line_at_a_time);
-    vesk_port::log_line(level <= EINA_LOG_LEVEL_ERR ? DLOG_ERROR : DLOG_WARN, "EFL",
-                        std::string(domain->domain_str) + ": " + function + " > " + text);
+    vesk_port::fenced("the toolkit's message", [&] {
+        const std::lock_guard lock(one_line_at_a_time);
+        vesk_port::log_line(level <= EINA_LOG_LEVEL_ERR ? DLOG_ERROR : DLOG_WARN, "EFL",
+                            std::string(domain->domain_str) + ": " + function + " > " + text);
+    });
 }
 
 /* GLib's likewise, such as its complaint about a module that removes a timer which has run out. */
 void log_glib_message(const char *domain, GLogLevelFlags level, const char *text, void *)
 {
-    if (loop.log_messages)
+    if (!loop.log_messages)
+        return;
+    vesk_port::fenced("GLib's message", [&] {
         vesk_port::log_line(level & (G_LOG_LEVEL_ERROR | G_LOG_LEVEL_CRITICAL) ? DLOG_ERROR : DLOG_WARN, "GLIB",
                             std::string(domain ? domain : "") + ": " + text);
+    });
 }
 
 /* Xlib writes to the terminal when the display lacks an extension that the toolkit can do without. */

@@ -11,7 +11,6 @@
 #include <optional>
 
 #include "television/efl/focus.h"
-#include "television/efl/mending.h"
 #include "television/efl/widgets.h"
 
 namespace vesk::efl {
@@ -100,11 +99,11 @@ std::optional<int> distance(const Place &from, const Place &to, const Arrow &arr
     return ahead + 2 * aside;
 }
 
-Evas_Object *nearest(const Evas_Object *from, const Arrow &arrow)
+Evas_Object *nearest(const Widgets &widgets, const Evas_Object *from, const Arrow &arrow)
 {
     Evas_Object *best = nullptr;
     int best_distance = 0;
-    for (auto *widget : focusable_widgets()) {
+    for (auto *widget : widgets.focusable()) {
         const auto away = distance(place_of(from), place_of(widget), arrow);
         if (!away || (best && *away >= best_distance))
             continue;
@@ -124,36 +123,37 @@ const Arrow &opposite(const Arrow &arrow)
    for the other side: it is taken when it lies on this one. To see it: Arabic, Left on a row, and the second button had
    the focus. A widget that is its own neighbour keeps the focus. Without a neighbour that may have the focus, what lies
    nearest on that side. */
-Evas_Object *neighbour(Evas_Object *from, const Arrow &arrow)
+Evas_Object *neighbour(const Widgets &widgets, Evas_Object *from, const Arrow &arrow)
 {
     auto *chained = elm_object_focus_next_object_get(from, arrow.direction);
     if (chained == from)
         return nullptr;
-    if (may_focus(chained))
+    if (widgets.may_focus(chained))
         return chained;
     auto *mirrored = elm_object_focus_next_object_get(from, opposite(arrow).direction);
-    if (arrow.x != 0 && mirrored != from && may_focus(mirrored) && distance(place_of(from), place_of(mirrored), arrow))
+    if (arrow.x != 0 && mirrored != from && widgets.may_focus(mirrored) &&
+        distance(place_of(from), place_of(mirrored), arrow))
         return mirrored;
-    return nearest(from, arrow);
+    return nearest(widgets, from, arrow);
 }
 
 } // namespace
 
-bool holds(const std::string &key)
+bool Arrows::holds(const std::string &key)
 {
-    bring_focus();
-    return arrow_of(key) || focusable_widgets().empty();
+    focus_.bring();
+    return arrow_of(key) || widgets_.focusable().empty();
 }
 
-void move(const std::string &key)
+void Arrows::move(const std::string &key)
 {
     const auto *arrow = arrow_of(key);
-    auto *focused = elm_object_focused_object_get(window());
-    if (!arrow || !may_focus(focused))
+    auto *focused = elm_object_focused_object_get(widgets_.window());
+    if (!arrow || !widgets_.may_focus(focused))
         return;
     if (is_list(focused) && move_in_list(focused, *arrow))
         return;
-    if (auto *next = neighbour(focused, *arrow))
+    if (auto *next = neighbour(widgets_, focused, *arrow))
         elm_object_focus_set(next, EINA_TRUE);
 }
 

@@ -11,35 +11,10 @@ namespace vesk::efl {
 
 namespace {
 
-/* The last wish of the module that the toolkit has not been seen to fulfil; null when there is none. */
-Evas_Object *wish = nullptr;
-
-/* Set while this room moves the focus itself, which is nobody's wish. */
-bool moving = false;
-
-void give_focus(Evas_Object *widget)
-{
-    moving = true;
-    elm_object_focus_set(widget, EINA_TRUE);
-    moving = false;
-}
-
-/* Tries in a row that changed nothing: what the toolkit refuses is not asked for with every turn of the main loop. */
 constexpr int kTries = 8;
-int tries = 0;
 
 constexpr char kPlainRow[] = "vesk.plain-row"; /* on a list: its focused row that looks unfocused */
 constexpr char kLastRow[] = "vesk.last-row";   /* on a list: the index + 1 of the row that had the focus last */
-
-void set_wish(Evas_Object *object)
-{
-    const auto forget = [](void *, Evas *, Evas_Object *, void *) { wish = nullptr; };
-    if (wish)
-        evas_object_event_callback_del(wish, EVAS_CALLBACK_DEL, forget);
-    wish = object;
-    if (wish)
-        evas_object_event_callback_add(wish, EVAS_CALLBACK_DEL, forget, nullptr);
-}
 
 void remember_row(Evas_Object *list, int index)
 {
@@ -65,16 +40,6 @@ Elm_Object_Item *row_to_focus(Evas_Object *list)
     return nullptr;
 }
 
-bool takes_keys(const Evas_Object *widget)
-{
-    auto *receiver = evas_focus_get(evas_object_evas_get(window()));
-    for (; receiver; receiver = evas_object_smart_parent_get(receiver)) {
-        if (receiver == widget)
-            return true;
-    }
-    return false;
-}
-
 /* A row takes the item focus only once it has been realized; asked for right after the append, it is lost, the list
    has the focus, no row has it and the arrows do nothing. To see it: have the list filled anew while it is shown. */
 bool row_has_focus(Evas_Object *list)
@@ -89,24 +54,6 @@ bool row_has_focus(Evas_Object *list)
     return !row;
 }
 
-/* Clearing a list deletes the row that held the canvas focus, and the toolkit believes that the list has it still:
-   keys then reach nobody. To see it: enter edit mode by a tap while a row has the focus, then press Back. */
-void give_keys(Evas_Object *widget)
-{
-    elm_object_focus_set(widget, EINA_FALSE);
-    give_focus(widget);
-    if (!takes_keys(widget))
-        evas_object_focus_set(widget, EINA_TRUE);
-}
-
-/* With the focus forbidden to everything the keys reach nobody, though the popup is to hear them. To see it: press a
-   key while the toast is up. */
-void hear_keys()
-{
-    if (!takes_keys(scope()))
-        evas_object_focus_set(scope(), EINA_TRUE);
-}
-
 /* A list that has lost the focus to a button or to a popup keeps a row that looks focused, so that two things do. To
    see it: press Right on a row. */
 void show_row_focus(Evas_Object *list, bool has_focus)
@@ -119,23 +66,6 @@ void show_row_focus(Evas_Object *list, bool has_focus)
     evas_object_data_set(list, kPlainRow, has_focus ? nullptr : row);
 }
 
-Evas_Object *place_for_focus()
-{
-    const auto widgets = focusable_widgets();
-    const auto list = std::ranges::find_if(widgets, [](auto *widget) { return is_list(widget); });
-    if (list != widgets.end())
-        return *list;
-    return widgets.empty() ? nullptr : widgets.front();
-}
-
-/* The widget that the module's wish means: a container stands for what lies in it. Null while that is not shown. */
-Evas_Object *wished_widget()
-{
-    const auto widgets = focusable_widgets();
-    const auto found = std::ranges::find_if(widgets, [](auto *widget) { return within(widget, wish); });
-    return found != widgets.end() ? *found : nullptr;
-}
-
 /* One more turn of the main loop, where nothing else may be due: a try that failed is followed by the next. To see it:
    have the list filled anew behind an open drop-down, and the drop-down had no focused choice until the next key. */
 void turn_again()
@@ -143,97 +73,165 @@ void turn_again()
     ecore_job_add([](void *) {}, nullptr);
 }
 
+} // namespace
+
+void Focus::forget_wish(void *, Evas *, Evas_Object *object, void *)
+{
+    auto *mending = Mending::current();
+    if (mending && mending->focus.wish_ == object)
+        mending->focus.wish_ = nullptr;
+}
+
+void Focus::set_wish(Evas_Object *object)
+{
+    if (wish_)
+        evas_object_event_callback_del(wish_, EVAS_CALLBACK_DEL, forget_wish);
+    wish_ = object;
+    if (wish_)
+        evas_object_event_callback_add(wish_, EVAS_CALLBACK_DEL, forget_wish, nullptr);
+}
+
+void Focus::give(Evas_Object *widget)
+{
+    moving_ = true;
+    elm_object_focus_set(widget, EINA_TRUE);
+    moving_ = false;
+}
+
+bool Focus::takes_keys(const Evas_Object *widget) const
+{
+    auto *receiver = evas_focus_get(evas_object_evas_get(widgets_.window()));
+    for (; receiver; receiver = evas_object_smart_parent_get(receiver)) {
+        if (receiver == widget)
+            return true;
+    }
+    return false;
+}
+
+/* Clearing a list deletes the row that held the canvas focus, and the toolkit believes that the list has it still:
+   keys then reach nobody. To see it: enter edit mode by a tap while a row has the focus, then press Back. */
+void Focus::give_keys(Evas_Object *widget)
+{
+    elm_object_focus_set(widget, EINA_FALSE);
+    give(widget);
+    if (!takes_keys(widget))
+        evas_object_focus_set(widget, EINA_TRUE);
+}
+
+/* With the focus forbidden to everything the keys reach nobody, though the popup is to hear them. To see it: press a
+   key while the toast is up. */
+void Focus::hear_keys()
+{
+    if (!takes_keys(widgets_.scope()))
+        evas_object_focus_set(widgets_.scope(), EINA_TRUE);
+}
+
+Evas_Object *Focus::place_for_focus() const
+{
+    const auto widgets = widgets_.focusable();
+    const auto list = std::ranges::find_if(widgets, [](auto *widget) { return is_list(widget); });
+    if (list != widgets.end())
+        return *list;
+    return widgets.empty() ? nullptr : widgets.front();
+}
+
+/* The widget that the module's wish means: a container stands for what lies in it. Null while that is not shown. */
+Evas_Object *Focus::wished_widget() const
+{
+    const auto widgets = widgets_.focusable();
+    const auto found = std::ranges::find_if(widgets, [this](auto *widget) { return within(widget, wish_); });
+    return found != widgets.end() ? *found : nullptr;
+}
+
 /* A popup that is shown gives the focus to its first button, although the module has just asked for another one. To
    see it: a confirmation whose default is its second button. Returns whether the wish has still to be fulfilled. */
-bool pursue_wish(const Evas_Object *focused)
+bool Focus::pursue_wish(const Evas_Object *focused)
 {
-    if (!wish)
+    if (!wish_)
         return false;
     auto *widget = wished_widget();
     if (widget && widget == focused)
         set_wish(nullptr);
     else if (widget)
-        give_focus(widget);
-    else if (tries >= kTries / 2 || !elm_object_focus_allow_get(wish))
+        give(widget);
+    else if (tries_ >= kTries / 2 || !elm_object_focus_allow_get(wish_))
         set_wish(nullptr);
-    return wish;
+    return wish_;
 }
 
-} // namespace
-
-void focus_asked(Evas_Object *object, bool focus)
+void Focus::asked(Evas_Object *object, bool focus)
 {
-    if (moving)
+    if (moving_)
         return;
-    if (focus && within(object, window()))
+    if (focus && within(object, widgets_.window()))
         set_wish(object);
-    else if (!focus && wish == object)
+    else if (!focus && wish_ == object)
         set_wish(nullptr);
-    tries = 0;
+    tries_ = 0;
 }
 
-void row_asked(Elm_Object_Item *row, bool focus)
+void Focus::row_asked(Elm_Object_Item *row, bool focus)
 {
     auto *list = elm_object_item_widget_get(row);
     if (focus && is_list(list))
         remember_row(list, elm_genlist_item_index_get(row) - 1);
-    tries = 0;
+    tries_ = 0;
 }
 
 /* A widget that is forbidden the focus while it has it is not told that it has lost it, and looks focused for good. To
    see it: delete a device, and look at the buttons while the toast is up. */
-void focus_forbidden(Evas_Object *object)
+void Focus::forbidden(Evas_Object *object)
 {
     if (!is_list(object))
         elm_object_signal_emit(object, "elm,action,unfocus", "elm");
 }
 
-void bring_focus()
+void Focus::bring()
 {
-    tries = 0;
+    tries_ = 0;
     /* Counted here as well: what is asked for on the way begins the tries anew, and without the keyboard none counts.
      */
-    for (int turn = 0; turn < kTries && !keep_focus(); ++turn) {
+    for (int turn = 0; turn < kTries && !keep(); ++turn) {
     }
-    tries = 0; /* what waits for a frame, a row of a new list, gets its turns of the main loop all the same */
+    tries_ = 0; /* what waits for a frame, a row of a new list, gets its turns of the main loop all the same */
 }
 
-void row_realized(Evas_Object *list)
+void Focus::row_realized(Evas_Object *list)
 {
     evas_object_data_del(list, kPlainRow);
-    tries = 0;
+    tries_ = 0;
 }
 
-void show_focus()
+void Focus::show() const
 {
-    const auto *focused = elm_object_focused_object_get(window());
-    for (auto *list : lists())
+    const auto *focused = elm_object_focused_object_get(widgets_.window());
+    for (auto *list : widgets_.lists())
         show_row_focus(list, list == focused);
 }
 
 /* A popup that goes leaves the focus to some button, unless the module asks for it. To see it: allow a denied device,
    and watch the screen until the list has been read again. */
-void popup_gone()
+void Focus::popup_gone()
 {
-    if (window() && !wish)
+    if (!wish_)
         set_wish(place_for_focus());
-    tries = 0;
+    tries_ = 0;
 }
 
-bool keep_focus()
+bool Focus::keep()
 {
-    if (!window() || !elm_object_focus_get(window()) || tries >= kTries)
+    if (!elm_object_focus_get(widgets_.window()) || tries_ >= kTries)
         return false;
-    auto *focused = elm_object_focused_object_get(window());
-    ++tries;
+    auto *focused = elm_object_focused_object_get(widgets_.window());
+    ++tries_;
     if (pursue_wish(focused)) {
         turn_again();
         return false;
     }
-    if (!may_focus(focused)) {
+    if (!widgets_.may_focus(focused)) {
         turn_again();
         if (auto *place = place_for_focus())
-            give_focus(place);
+            give(place);
         else
             hear_keys();
         return false;
@@ -244,7 +242,7 @@ bool keep_focus()
     }
     if (is_list(focused) && !row_has_focus(focused))
         return false;
-    tries = 0;
+    tries_ = 0;
     return true;
 }
 

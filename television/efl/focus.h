@@ -5,27 +5,50 @@
 
 namespace vesk::efl {
 
-/* Does the next step that brings the focus to where it has to be. Returns whether it is there; what the toolkit keeps
-   refusing is given up until something is asked for. The main loop does so by itself whenever it has run dry. */
-bool keep_focus();
+class Widgets;
 
-/* All the steps at once, as many as it makes sense to try. */
-void bring_focus();
+class Focus {
+public:
+    explicit Focus(const Widgets &widgets) : widgets_(widgets) {}
 
-/* Lets the row with the focus look so in the list that has it, and in no other. */
-void show_focus();
+    /* Does the next step that brings the focus to where it has to be. Returns whether it is there; what the toolkit
+       keeps refusing is given up until something is asked for. Called whenever the main loop has run dry. */
+    bool keep();
 
-/* A row of `list` has a look of its own now, which is as the toolkit made it. */
-void row_realized(Evas_Object *list);
+    /* All the steps at once, as many as it makes sense to try. */
+    void bring();
 
-/* What the module asks for; the toolkit may not be able to do it yet. */
-void focus_asked(Evas_Object *object, bool focus);
-void row_asked(Elm_Object_Item *row, bool focus);
+    /* Lets the row with the focus look so in the list that has it, and in no other. */
+    void show() const;
 
-/* A popup has been deleted. */
-void popup_gone();
+    /* A row of `list` has a look of its own now, which is as the toolkit made it. */
+    void row_realized(Evas_Object *list);
 
-/* `object` may not have the focus any more. */
-void focus_forbidden(Evas_Object *object);
+    /* What the module asks for; the toolkit may not be able to do it yet. */
+    void asked(Evas_Object *object, bool focus);
+    void row_asked(Elm_Object_Item *row, bool focus);
+
+    /* A popup has been deleted. */
+    void popup_gone();
+
+    /* `object` may not have the focus any more. */
+    static void forbidden(Evas_Object *object);
+
+private:
+    void set_wish(Evas_Object *object);
+    static void forget_wish(void *, Evas *, Evas_Object *object, void *);
+    void give(Evas_Object *widget);
+    void give_keys(Evas_Object *widget);
+    void hear_keys();
+    bool takes_keys(const Evas_Object *widget) const;
+    Evas_Object *place_for_focus() const;
+    Evas_Object *wished_widget() const;
+    bool pursue_wish(const Evas_Object *focused);
+
+    const Widgets &widgets_;
+    Evas_Object *wish_ = nullptr; /* the module's last that the toolkit has not been seen to fulfil */
+    bool moving_ = false;         /* while the focus is moved from here, which is nobody's wish */
+    int tries_ = 0; /* in a row that changed nothing: what the toolkit refuses is not asked for for ever */
+};
 
 } // namespace vesk::efl

@@ -8,8 +8,8 @@
 #include <dlfcn.h>
 #include <filesystem>
 
-#include "television/efl/focus.h"
-#include "television/efl/widgets.h"
+#include "desktop/fence.h"
+#include "television/efl/mending.h"
 #include "television/reader/reader.h"
 #include "television/share.h"
 #include "television/toolkit.h"
@@ -33,8 +33,25 @@ std::filesystem::path folder_of(const void *code)
    other's callbacks, so any library that is installed beside it counts. */
 bool is_toolkit(const void *caller)
 {
-    static const auto toolkit = folder_of(reinterpret_cast<const void *>(&elm_init));
-    return folder_of(caller) == toolkit;
+    return vesk_port::fenced(__func__, false, [caller] {
+        static const auto toolkit = folder_of(reinterpret_cast<const void *>(&elm_init));
+        return folder_of(caller) == toolkit;
+    });
+}
+
+using vesk::efl::Mending;
+
+/* The present panel's mending gets what a module has called `function` for; without a panel nobody does. */
+template <class Part> void mend(const char *function, Part part)
+{
+    if (auto *mending = Mending::current())
+        vesk_port::fenced(function, [&] { part(*mending); });
+}
+
+/* The desktop's copy of a file or folder of the television. */
+std::string mapped(const char *function, const char *path)
+{
+    return vesk_port::fenced(function, std::string(path), [path] { return vesk::desktop_path(path); });
 }
 
 } // namespace
@@ -51,15 +68,13 @@ __attribute__((visibility("default"))) char *bindtextdomain(const char *domain, 
     if (!folder) {
         PASS_ON(bindtextdomain, domain, folder);
     }
-    const std::string mapped = vesk::desktop_path(folder);
-    PASS_ON(bindtextdomain, domain, mapped.c_str());
+    PASS_ON(bindtextdomain, domain, mapped(__func__, folder).c_str());
 }
 
 Eina_Bool elm_image_file_set(Evas_Object *image, const char *file, const char *group)
 {
-    const std::string mapped = file ? vesk::desktop_path(file) : "";
     elm_image_preload_disabled_set(image, vesk::loads_at_once());
-    PASS_ON(elm_image_file_set, image, file ? mapped.c_str() : nullptr, group);
+    PASS_ON(elm_image_file_set, image, file ? mapped(__func__, file).c_str() : nullptr, group);
 }
 
 Evas_Object *elm_popup_add(Evas_Object *parent)
@@ -67,7 +82,7 @@ Evas_Object *elm_popup_add(Evas_Object *parent)
     static const auto next = behind(&elm_popup_add, "elm_popup_add");
     auto *popup = next(parent);
     if (popup)
-        vesk::efl::popup_added(popup);
+        mend(__func__, [popup](Mending &mending) { mending.popup_added(popup); });
     return popup;
 }
 
@@ -76,7 +91,7 @@ Evas_Object *elm_genlist_add(Evas_Object *parent)
     static const auto next = behind(&elm_genlist_add, "elm_genlist_add");
     auto *list = next(parent);
     if (list)
-        vesk::efl::key_taker_added(list);
+        mend(__func__, [list](Mending &mending) { mending.key_taker_added(list); });
     return list;
 }
 
@@ -85,7 +100,7 @@ Evas_Object *elm_button_add(Evas_Object *parent)
     static const auto next = behind(&elm_button_add, "elm_button_add");
     auto *button = next(parent);
     if (button)
-        vesk::efl::key_taker_added(button);
+        mend(__func__, [button](Mending &mending) { mending.key_taker_added(button); });
     return button;
 }
 
@@ -94,14 +109,14 @@ Evas_Object *elm_check_add(Evas_Object *parent)
     static const auto next = behind(&elm_check_add, "elm_check_add");
     auto *check = next(parent);
     if (check)
-        vesk::efl::check_added(check, parent);
+        mend(__func__, [=](Mending &mending) { mending.check_added(check, parent); });
     return check;
 }
 
 void elm_object_focus_set(Evas_Object *object, Eina_Bool focus)
 {
     if (!is_toolkit(__builtin_return_address(0)))
-        vesk::efl::focus_asked(object, focus);
+        mend(__func__, [=](Mending &mending) { mending.focus.asked(object, focus); });
     PASS_ON(elm_object_focus_set, object, focus);
 }
 
@@ -110,13 +125,13 @@ void elm_object_focus_allow_set(Evas_Object *object, Eina_Bool allow)
     static const auto next = behind(&elm_object_focus_allow_set, "elm_object_focus_allow_set");
     next(object, allow);
     if (!allow)
-        vesk::efl::focus_forbidden(object);
+        mend(__func__, [object](Mending &mending) { mending.focus.forbidden(object); });
 }
 
 void elm_object_item_focus_set(Elm_Object_Item *item, Eina_Bool focus)
 {
     if (!is_toolkit(__builtin_return_address(0)))
-        vesk::efl::row_asked(item, focus);
+        mend(__func__, [=](Mending &mending) { mending.focus.row_asked(item, focus); });
     PASS_ON(elm_object_item_focus_set, item, focus);
 }
 
@@ -124,7 +139,7 @@ void elm_object_item_focus_set(Elm_Object_Item *item, Eina_Bool focus)
 
 Eina_Bool elm_config_access_get(void)
 {
-    if (vesk::reader::is_on() && !is_toolkit(__builtin_return_address(0)))
+    if (vesk::Reader::current() && !is_toolkit(__builtin_return_address(0)))
         return EINA_TRUE;
     static const auto next = behind(&elm_config_access_get, "elm_config_access_get");
     return next();
@@ -132,15 +147,18 @@ Eina_Bool elm_config_access_get(void)
 
 Evas_Object *elm_object_item_access_object_get(const Elm_Object_Item *row)
 {
-    if (vesk::reader::is_on() && row)
-        return vesk::reader::object_of_row(const_cast<Elm_Object_Item *>(row));
+    auto *reader = vesk::Reader::current();
+    if (reader && row)
+        return vesk_port::fenced<Evas_Object *>(
+            __func__, nullptr, [=] { return reader->object_of_row(const_cast<Elm_Object_Item *>(row)); });
     PASS_ON(elm_object_item_access_object_get, row);
 }
 
 void elm_access_info_cb_set(Evas_Object *object, int type, Elm_Access_Info_Cb callback, const void *data)
 {
-    if (vesk::reader::is_on() && type == ELM_ACCESS_INFO) {
-        vesk::reader::set_callback(object, callback, data);
+    auto *reader = vesk::Reader::current();
+    if (reader && type == ELM_ACCESS_INFO) {
+        vesk_port::fenced(__func__, [=] { reader->set_callback(object, callback, data); });
         return;
     }
     PASS_ON(elm_access_info_cb_set, object, type, callback, data);
@@ -150,8 +168,8 @@ void elm_access_info_cb_set(Evas_Object *object, int type, Elm_Access_Info_Cb ca
 __attribute__((weak)) void elm_access_say(const char *text)
 {
     if (text)
-        vesk::reader::say(text);
-    if (!vesk::reader::is_on()) {
+        vesk_port::fenced(__func__, [text] { vesk::say_at_once(text); });
+    if (!vesk::Reader::current()) {
         PASS_ON(elm_access_say, text);
     }
 }

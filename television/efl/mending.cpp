@@ -1,46 +1,80 @@
 #include "television/efl/mending.h"
 
-#include "television/efl/contrast.h"
-#include "television/efl/focus.h"
-#include "television/efl/places.h"
+#include "desktop/fence.h"
 #include "television/reader/reader.h"
 
 namespace vesk::efl {
 
 namespace {
 
-Evas_Object *mended_window = nullptr;
-Ecore_Idle_Enterer *watch = nullptr;
+Mending *present = nullptr;
 
 } // namespace
 
-void begin(Evas_Object *window)
+Mending::Mending(Evas_Object *window) : widgets(window)
 {
-    mended_window = window;
-    watch = ecore_idle_enterer_before_add(
-        [](void *) -> Eina_Bool {
-            const bool rests = keep_focus();
-            show_focus();
-            if (rests)
-                reader::focus_rests(mended_window);
-            keep_on_panel();
+    present = this;
+    watch_ = ecore_idle_enterer_before_add(
+        [](void *self) -> Eina_Bool {
+            vesk_port::fenced("before the rest", [self] { static_cast<Mending *>(self)->before_rest(); });
             return ECORE_CALLBACK_RENEW;
         },
-        nullptr);
-    begin_contrast();
+        this);
 }
 
-void end()
+Mending::~Mending()
 {
-    end_contrast();
-    ecore_idle_enterer_del(watch);
-    watch = nullptr;
-    mended_window = nullptr;
+    ecore_idle_enterer_del(watch_);
+    present = nullptr;
 }
 
-Evas_Object *window()
+Mending *Mending::current()
 {
-    return mended_window;
+    return present;
+}
+
+void Mending::before_rest()
+{
+    const bool rests = focus.keep();
+    focus.show();
+    if (auto *reader = Reader::current(); reader && rests)
+        reader->focus_rests(widgets);
+    places.keep_on_panel();
+}
+
+void Mending::popup_added(Evas_Object *popup)
+{
+    widgets.add_popup(popup);
+    const auto gone = [](void *, Evas *, Evas_Object *, void *) {
+        vesk_port::fenced("a popup's end", [] {
+            if (present)
+                present->focus.popup_gone();
+        });
+    };
+    evas_object_event_callback_add(popup, EVAS_CALLBACK_FREE, gone, nullptr);
+}
+
+void Mending::key_taker_added(Evas_Object *widget)
+{
+    widgets.add_key_taker(widget);
+    const auto realized = [](void *, Evas_Object *list, void *) {
+        vesk_port::fenced("a row's first look", [list] {
+            if (present)
+                present->focus.row_realized(list);
+        });
+    };
+    if (is_list(widget))
+        evas_object_smart_callback_add(widget, "realized", realized, nullptr);
+}
+
+/* A check box in a row takes the row's Return key when it can be focused: the row is not selected then, and Down may
+   not leave it. To see it: enter edit mode and press Return on a row. */
+void Mending::check_added(Evas_Object *check, const Evas_Object *parent)
+{
+    if (is_list(parent))
+        elm_object_focus_allow_set(check, EINA_FALSE);
+    else
+        key_taker_added(check);
 }
 
 } // namespace vesk::efl

@@ -13,6 +13,7 @@
 
 #include "television/efl/mending.h"
 #include "television/efl/widgets.h"
+#include "television/theme_variants.h"
 
 namespace vesk::efl {
 
@@ -20,37 +21,6 @@ namespace {
 
 constexpr int kMargin = 24;
 constexpr std::array<std::string_view, 6> kPlain{"image", "line", "polygon", "rectangle", "text", "textblock"};
-constexpr int kListMiddle = 1130;    /* of the wide panel, which the numbers mirror at */
-constexpr double kContentInset = 10; /* of the list within the drop-down, in the theme's design pixels */
-
-struct Place {
-    int x = 0;
-    int y = 0;
-    bool operator==(const Place &) const = default;
-};
-
-/* The popup that was placed last: where the module wants it, which holds for every form of the panel; where it was put;
-   and the sizes of both then. */
-struct Placed {
-    const Evas_Object *popup = nullptr;
-    Place wanted;
-    Place put;
-    int width = 0;
-    int height = 0;
-    int panel_width = 0;
-};
-Placed last;
-
-void remember(Evas_Object *popup, const Placed &placed)
-{
-    const auto forget = [](void *, Evas *, Evas_Object *gone, void *) {
-        if (last.popup == gone)
-            last = {};
-    };
-    if (last.popup != popup)
-        evas_object_event_callback_add(popup, EVAS_CALLBACK_DEL, forget, nullptr);
-    last = placed;
-}
 
 } // namespace
 
@@ -70,10 +40,28 @@ void lay_out_again(Evas_Object *object)
         elm_layout_sizing_eval(object);
 }
 
-void keep_on_panel()
+Places::Places(const Widgets &widgets)
+    : widgets_(widgets), list_middle_(theme_number("vesk/list-middle")),
+      content_inset_(theme_number("vesk/dropdown-inset"))
 {
-    auto *popup = scope();
-    const auto *content = popup != window() ? elm_object_content_get(popup) : nullptr;
+}
+
+void Places::remember(Evas_Object *popup, const Placed &placed)
+{
+    const auto forget = [](void *, Evas *, Evas_Object *gone, void *) {
+        auto *mending = Mending::current();
+        if (mending && mending->places.last_.popup == gone)
+            mending->places.last_ = {};
+    };
+    if (last_.popup != popup)
+        evas_object_event_callback_add(popup, EVAS_CALLBACK_DEL, forget, nullptr);
+    last_ = placed;
+}
+
+void Places::keep_on_panel()
+{
+    auto *popup = widgets_.scope();
+    const auto *content = popup != widgets_.window() ? elm_object_content_get(popup) : nullptr;
     if (!content)
         return;
     int panel_width = 0;
@@ -84,14 +72,14 @@ void keep_on_panel()
     int popup_y = 0;
     int popup_width = 0;
     int popup_height = 0;
-    evas_object_geometry_get(window(), nullptr, nullptr, &panel_width, nullptr);
+    evas_object_geometry_get(widgets_.window(), nullptr, nullptr, &panel_width, nullptr);
     evas_object_geometry_get(content, &x, &y, &width, nullptr);
     evas_object_geometry_get(popup, &popup_x, &popup_y, &popup_width, &popup_height);
     const bool placed = popup_x != 0 || popup_y != 0;
-    if (!placed && popup == last.popup && panel_width == last.panel_width && popup_width > last.width) {
+    if (!placed && popup == last_.popup && panel_width == last_.panel_width && popup_width > last_.width) {
         /* A panel that turns fills itself with every popup; it has turned back now. */
-        evas_object_resize(popup, last.width, last.height);
-        evas_object_move(popup, last.put.x, last.put.y);
+        evas_object_resize(popup, last_.width, last_.height);
+        evas_object_move(popup, last_.put.x, last_.put.y);
         return;
     }
     if (!placed || width == 0 || width > panel_width)
@@ -100,13 +88,13 @@ void keep_on_panel()
        it is laid out its content lies somewhere. */
     if (std::abs(2 * (x - popup_x) + width - popup_width) > 2)
         return;
-    const Place now{popup_x, popup_y};
-    const Place wanted = last.popup == popup && last.put == now ? last.wanted : now;
-    Place place = wanted;
+    const Point now{popup_x, popup_y};
+    const Point wanted = last_.popup == popup && last_.put == now ? last_.wanted : now;
+    Point place = wanted;
     if (elm_config_mirrored_get()) {
-        place.x += panel_width < kListMiddle ? panel_width - 2 * kListMiddle : 0;
+        place.x += panel_width < list_middle_ ? panel_width - 2 * list_middle_ : 0;
         if (popup_width == panel_width) {
-            place.x -= x - static_cast<int>(kContentInset * elm_object_scale_get(window())) - popup_x;
+            place.x -= x - static_cast<int>(content_inset_ * elm_object_scale_get(widgets_.window())) - popup_x;
             place.y -= y - popup_y;
         }
     }

@@ -5,25 +5,11 @@
 #include <algorithm>
 #include <cstring>
 
-#include "television/efl/focus.h"
 #include "television/efl/mending.h"
 
 namespace vesk::efl {
 
 namespace {
-
-/* Both in the order of their making; what is gone has left. */
-std::vector<Evas_Object *> popups;
-std::vector<Evas_Object *> key_takers;
-
-void remember(std::vector<Evas_Object *> &widgets, Evas_Object *widget)
-{
-    widgets.push_back(widget);
-    const auto forget = [](void *from, Evas *, Evas_Object *gone, void *) {
-        std::erase(*static_cast<std::vector<Evas_Object *> *>(from), gone);
-    };
-    evas_object_event_callback_add(widget, EVAS_CALLBACK_DEL, forget, &widgets);
-}
 
 /* Shown itself, and within nothing that is hidden. */
 bool is_shown(const Evas_Object *object)
@@ -52,78 +38,73 @@ bool within(const Evas_Object *object, const Evas_Object *ancestor)
     return false;
 }
 
-Evas_Object *scope()
-{
-    const auto top = std::find_if(popups.rbegin(), popups.rend(), evas_object_visible_get);
-    return top != popups.rend() ? *top : window();
-}
-
-std::vector<Evas_Object *> shown_popups()
-{
-    std::vector<Evas_Object *> found;
-    std::ranges::copy_if(popups, std::back_inserter(found), evas_object_visible_get);
-    return found;
-}
-
-bool may_focus(const Evas_Object *object)
-{
-    if (std::ranges::find(key_takers, object) == key_takers.end())
-        return false;
-    return elm_object_focus_allow_get(object) && !elm_object_disabled_get(object) && is_shown(object) &&
-           within(object, scope());
-}
-
-std::vector<Evas_Object *> lists()
-{
-    std::vector<Evas_Object *> found;
-    std::ranges::copy_if(key_takers, std::back_inserter(found), is_list);
-    return found;
-}
-
-std::vector<Evas_Object *> focusable_widgets()
-{
-    std::vector<Evas_Object *> found;
-    std::ranges::copy_if(key_takers, std::back_inserter(found), [](auto *widget) { return may_focus(widget); });
-    return found;
-}
-
 bool row_may_focus(const Elm_Object_Item *row)
 {
     return !elm_object_item_disabled_get(row);
 }
 
-void popup_added(Evas_Object *popup)
+Evas_Object *Widgets::scope() const
 {
-    remember(popups, popup);
-    const auto gone = [](void *, Evas *, Evas_Object *, void *) { popup_gone(); };
-    evas_object_event_callback_add(popup, EVAS_CALLBACK_FREE, gone, nullptr);
+    const auto top = std::find_if(popups_.rbegin(), popups_.rend(), evas_object_visible_get);
+    return top != popups_.rend() ? *top : window_;
 }
 
-void key_taker_added(Evas_Object *widget)
+std::vector<Evas_Object *> Widgets::shown_popups() const
 {
-    remember(key_takers, widget);
-    if (is_list(widget))
-        evas_object_smart_callback_add(
-            widget, "realized", [](void *, Evas_Object *list, void *) { row_realized(list); }, nullptr);
+    std::vector<Evas_Object *> found;
+    std::ranges::copy_if(popups_, std::back_inserter(found), evas_object_visible_get);
+    return found;
 }
 
-/* A check box in a row takes the row's Return key when it can be focused: the row is not selected then, and Down may
-   not leave it. To see it: enter edit mode and press Return on a row. */
-void check_added(Evas_Object *check, const Evas_Object *parent)
+bool Widgets::may_focus(const Evas_Object *object) const
 {
-    if (is_list(parent))
-        elm_object_focus_allow_set(check, EINA_FALSE);
-    else
-        key_taker_added(check);
+    if (std::ranges::find(key_takers_, object) == key_takers_.end())
+        return false;
+    return elm_object_focus_allow_get(object) && !elm_object_disabled_get(object) && is_shown(object) &&
+           within(object, scope());
+}
+
+std::vector<Evas_Object *> Widgets::lists() const
+{
+    std::vector<Evas_Object *> found;
+    std::ranges::copy_if(key_takers_, std::back_inserter(found), is_list);
+    return found;
+}
+
+std::vector<Evas_Object *> Widgets::focusable() const
+{
+    std::vector<Evas_Object *> found;
+    std::ranges::copy_if(key_takers_, std::back_inserter(found), [this](auto *widget) { return may_focus(widget); });
+    return found;
+}
+
+void Widgets::add_popup(Evas_Object *popup)
+{
+    popups_.push_back(popup);
+    const auto forget = [](void *, Evas *, Evas_Object *gone, void *) {
+        if (auto *mending = Mending::current())
+            std::erase(mending->widgets.popups_, gone);
+    };
+    evas_object_event_callback_add(popup, EVAS_CALLBACK_DEL, forget, nullptr);
+}
+
+void Widgets::add_key_taker(Evas_Object *list_or_button)
+{
+    key_takers_.push_back(list_or_button);
+    const auto forget = [](void *, Evas *, Evas_Object *gone, void *) {
+        if (auto *mending = Mending::current())
+            std::erase(mending->widgets.key_takers_, gone);
+    };
+    evas_object_event_callback_add(list_or_button, EVAS_CALLBACK_DEL, forget, nullptr);
 }
 
 /* A notify that waits for its timeout outlives the screen that it was shown on. To see it: delete all devices. */
-void clear_window()
+void Widgets::clear_window() const
 {
     std::vector<Evas_Object *> left;
-    for (auto *object = evas_object_bottom_get(evas_object_evas_get(window())); object;
+    for (auto *object = evas_object_bottom_get(evas_object_evas_get(window_)); object;
          object = evas_object_above_get(object)) {
-        if (object != window() && elm_object_widget_check(object))
+        if (object != window_ && elm_object_widget_check(object))
             left.push_back(object);
     }
     for (auto *object : left)

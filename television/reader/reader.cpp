@@ -2,37 +2,19 @@
 
 #include <cstdlib>
 #include <libintl.h>
-#include <map>
 
-#include "television/efl/widgets.h"
+#include "desktop/fence.h"
+#include "television/efl/mending.h"
 
-namespace vesk::reader {
+namespace vesk {
 
 namespace {
-
-struct Callback {
-    Elm_Access_Info_Cb ask;
-    void *data;
-};
-
-struct Subject {
-    Evas_Object *widget = nullptr;
-    Elm_Object_Item *row = nullptr;
-    bool operator==(const Subject &) const = default;
-};
 
 /* How long the focus has to rest, in seconds: closing a popup moves it several times. */
 constexpr double kRest = 0.03;
 
-Voice voice;
+Reader *present = nullptr;
 std::function<void(const std::string &)> listener;
-Ecore_Timer *rest = nullptr;
-Subject resting; /* what is read when it still has the focus after kRest */
-std::map<const Evas_Object *, Callback> callbacks;
-std::map<const Elm_Object_Item *, Evas_Object *> row_objects;
-Subject last;          /* what was read last */
-std::string last_said; /* by the module, since the last key */
-bool fresh = true;     /* nothing has been said since the last key */
 
 /* The text as it is spoken: without the marks that keep a name's direction in a picture. */
 std::string spoken(std::string text)
@@ -44,21 +26,6 @@ std::string spoken(std::string text)
     return text;
 }
 
-void forget_callback(void *, Evas *, Evas_Object *object, void *)
-{
-    callbacks.erase(object);
-}
-
-void forget_rows(void *, Evas *, Evas_Object *list, void *)
-{
-    std::erase_if(row_objects, [list](const auto &entry) {
-        const bool gone = evas_object_data_get(entry.second, "vesk.list") == list;
-        if (gone)
-            evas_object_del(entry.second);
-        return gone;
-    });
-}
-
 std::string take(char *text)
 {
     std::string copy = text ? text : "";
@@ -66,26 +33,65 @@ std::string take(char *text)
     return copy;
 }
 
-/* What the module has to say about an object; it may say something at once besides. */
-std::string asked(Evas_Object *object)
-{
-    const auto found = callbacks.find(object);
-    return found == callbacks.end() ? "" : take(found->second.ask(found->second.data, object));
-}
-
 std::string text_or_empty(const char *text)
 {
     return text ? text : "";
 }
 
-std::string text_of_row(Elm_Object_Item *row)
+} // namespace
+
+Reader::Reader(Voice voice) : voice_(std::move(voice))
 {
-    const auto object = row_objects.find(row);
-    const auto text = object == row_objects.end() ? "" : asked(object->second);
+    present = this;
+}
+
+Reader::~Reader()
+{
+    if (rest_)
+        ecore_timer_del(rest_);
+    for (const auto &[object, callback] : callbacks_)
+        evas_object_event_callback_del(const_cast<Evas_Object *>(object), EVAS_CALLBACK_DEL, forget_callback);
+    present = nullptr;
+}
+
+Reader *Reader::current()
+{
+    return present;
+}
+
+void Reader::forget_callback(void *, Evas *, Evas_Object *object, void *)
+{
+    if (present)
+        present->callbacks_.erase(object);
+}
+
+void Reader::forget_rows(void *, Evas *, Evas_Object *list, void *)
+{
+    if (!present)
+        return;
+    std::erase_if(present->row_objects_, [list](const auto &entry) {
+        const bool gone = evas_object_data_get(entry.second, "vesk.list") == list;
+        if (gone)
+            evas_object_del(entry.second);
+        return gone;
+    });
+}
+
+/* What the module has to say about an object; it may say something at once besides. */
+std::string Reader::asked(Evas_Object *object) const
+{
+    const auto found = callbacks_.find(object);
+    return found == callbacks_.end() ? "" : take(found->second.ask(found->second.data, object));
+}
+
+std::string Reader::text_of_row(Elm_Object_Item *row) const
+{
+    const auto object = row_objects_.find(row);
+    const auto text = object == row_objects_.end() ? "" : asked(object->second);
     return text.empty() ? text_or_empty(elm_object_item_part_text_get(row, "elm.text")) : text;
 }
 
-std::string text_of_widget(Evas_Object *widget)
+std::string Reader::text_of_widget(Evas_Object *widget) const
 {
     auto text = asked(widget);
     if (!text.empty() || efl::is_list(widget))
@@ -93,100 +99,75 @@ std::string text_of_widget(Evas_Object *widget)
     return text_or_empty(elm_object_text_get(widget)) + ", " + dgettext("ug-VeskUG-efl", "TV_SID_BUTTON");
 }
 
-void read(const Evas_Object *window)
+void Reader::read()
 {
-    auto *widget = elm_object_focused_object_get(window);
-    if (widget != resting.widget || !efl::may_focus(widget)) {
-        resting = {}; /* it may come back to the same place */
+    const auto *mending = efl::Mending::current();
+    const auto *widget = mending ? elm_object_focused_object_get(mending->widgets.window()) : nullptr;
+    if (!widget || widget != resting_.widget || !mending->widgets.may_focus(widget)) {
+        resting_ = {}; /* it may come back to the same place */
         return;
     }
-    if (resting == last)
+    if (resting_ == last_)
         return;
-    last = resting;
-    const auto text = spoken(last.row ? text_of_row(last.row) : text_of_widget(widget));
-    if (text.empty() || text == last_said)
+    last_ = resting_;
+    const auto text = spoken(last_.row ? text_of_row(last_.row) : text_of_widget(last_.widget));
+    if (text.empty() || text == last_said_)
         return; /* the module has said it by itself */
-    voice(text, fresh);
-    fresh = false;
+    voice_(text, fresh_);
+    fresh_ = false;
 }
 
-} // namespace
-
-void begin(Voice with)
+void Reader::key_came()
 {
-    voice = std::move(with);
-    last = {};
-    resting = {};
-    key_came();
+    fresh_ = true;
+    last_said_.clear();
 }
 
-void end()
+void Reader::say(const char *text)
 {
-    if (rest)
-        ecore_timer_del(rest);
-    rest = nullptr;
-    voice = nullptr;
+    last_said_ = spoken(text);
+    voice_(last_said_, true);
+    fresh_ = false;
 }
 
-bool is_on()
+void Reader::begin_rest()
 {
-    return voice != nullptr;
-}
-
-void key_came()
-{
-    fresh = true;
-    last_said.clear();
-}
-
-void set_listener(std::function<void(const std::string &text)> new_listener)
-{
-    listener = std::move(new_listener);
-}
-
-void say(const char *text)
-{
-    if (listener)
-        listener(text);
-    if (!is_on())
-        return;
-    last_said = spoken(text);
-    voice(last_said, true);
-    fresh = false;
-}
-
-void focus_rests(Evas_Object *window)
-{
-    auto *widget = elm_object_focused_object_get(window);
-    if (!is_on() || !efl::may_focus(widget))
-        return;
-    const Subject now{widget, efl::is_list(widget) ? elm_object_focused_item_get(widget) : nullptr};
-    if (now == resting)
-        return;
-    resting = now;
-    if (rest)
-        ecore_timer_del(rest);
-    rest = ecore_timer_add(
+    if (rest_)
+        ecore_timer_del(rest_);
+    rest_ = ecore_timer_add(
         kRest,
         [](void *data) -> Eina_Bool {
-            rest = nullptr;
-            read(static_cast<Evas_Object *>(data));
+            auto *self = static_cast<Reader *>(data);
+            self->rest_ = nullptr;
+            vesk_port::fenced("reading what has the focus", [self] { self->read(); });
             return ECORE_CALLBACK_CANCEL;
         },
-        window);
+        this);
 }
 
-void set_callback(Evas_Object *object, Elm_Access_Info_Cb callback, const void *data)
+void Reader::focus_rests(const efl::Widgets &widgets)
 {
-    const auto [entry, added] = callbacks.insert_or_assign(object, Callback{callback, const_cast<void *>(data)});
+    auto *widget = elm_object_focused_object_get(widgets.window());
+    if (!widgets.may_focus(widget))
+        return;
+    const Subject now{widget, efl::is_list(widget) ? elm_object_focused_item_get(widget) : nullptr};
+    if (now == resting_)
+        return;
+    resting_ = now;
+    begin_rest();
+}
+
+void Reader::set_callback(Evas_Object *object, Elm_Access_Info_Cb callback, const void *data)
+{
+    const auto [entry, added] = callbacks_.insert_or_assign(object, Callback{callback, const_cast<void *>(data)});
     if (added)
         evas_object_event_callback_add(object, EVAS_CALLBACK_DEL, forget_callback, nullptr);
 }
 
-Evas_Object *object_of_row(Elm_Object_Item *row)
+Evas_Object *Reader::object_of_row(Elm_Object_Item *row)
 {
     auto *list = elm_object_item_widget_get(row);
-    auto &object = row_objects[row];
+    auto &object = row_objects_[row];
     if (object || !list)
         return object;
     object = evas_object_rectangle_add(evas_object_evas_get(list)); /* never shown: a name for the row */
@@ -196,4 +177,17 @@ Evas_Object *object_of_row(Elm_Object_Item *row)
     return object;
 }
 
-} // namespace vesk::reader
+void set_speech_listener(std::function<void(const std::string &text)> new_listener)
+{
+    listener = std::move(new_listener);
+}
+
+void say_at_once(const char *text)
+{
+    if (listener)
+        listener(text);
+    if (present)
+        present->say(text);
+}
+
+} // namespace vesk

@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <sys/wait.h>
 
+#include "desktop/fence.h"
+
 namespace vesk {
 
 namespace {
@@ -91,7 +93,7 @@ void Speech::speak_next()
             auto *self = static_cast<Speech *>(speech);
             self->speaker_ = 0;
             self->speaker_watch_ = 0;
-            self->speak_next();
+            vesk_port::fenced("the synthesiser's end", [self] { self->speak_next(); });
         },
         this);
 }

@@ -57,7 +57,8 @@ TEST_F(MainLoopsTest, ASourceOfAnotherThreadEndsTheWait)
 {
     EXPECT_EQ(wait(wait_disturbed), 0) << "none of the toolkit's own descriptors";
     EXPECT_EQ(woken_descriptors, 1) << "the wait ended by its limit";
-    wait(wait_in_peace);
+    if (!dispatched)
+        wait(wait_in_peace);
     EXPECT_TRUE(dispatched);
 }
 

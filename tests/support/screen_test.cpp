@@ -50,7 +50,7 @@ ScreenTest::ScreenTest()
     reset_module_state();
     spy::reset();
     spoken_texts.clear();
-    vesk::reader::set_listener([](const std::string &text) { spoken_texts.push_back(text); });
+    vesk::set_speech_listener([](const std::string &text) { spoken_texts.push_back(text); });
 }
 
 ScreenTest::~ScreenTest()
