@@ -11,8 +11,10 @@
 #include "television/efl/interpose.h"
 #include "television/efl/mending.h"
 #include "television/efl/redraw.h"
+#include "television/efl/rows.h"
 #include "television/reader/reader.h"
 #include "television/theme_variants.h"
+#include "television/window_size.h"
 #include "vconf.h"
 
 namespace vesk {
@@ -20,6 +22,8 @@ namespace vesk {
 namespace {
 
 constexpr const char *kOrientation = vesk_port::kOrientationSetting.key;
+constexpr int kDragSteps = 12;
+constexpr int kDragStepMs = 16;
 constexpr double kFirstWindowShare = 2.0 / 3.0; /* of the panel's size */
 
 bool portrait_setting()
@@ -121,8 +125,7 @@ void Panel::make_windows()
     evas_object_smart_callback_add(top_, "normal", shown, this);
 
     evas_object_resize(window_, width(), height());
-    evas_object_resize(top_, static_cast<int>(width() * kFirstWindowShare),
-                       static_cast<int>(height() * kFirstWindowShare));
+    resize_window(static_cast<int>(width() * kFirstWindowShare), static_cast<int>(height() * kFirstWindowShare));
 }
 
 void Panel::tell_visible(bool visible) const
@@ -136,8 +139,7 @@ void Panel::tell_visible(bool visible) const
 void Panel::show_programme()
 {
     programme_ = evas_object_image_filled_add(canvas());
-    evas_object_image_file_set(programme_, (vesk_port::share_folder() / "pictures" / "programme.png").c_str(),
-                               nullptr);
+    evas_object_image_file_set(programme_, (vesk_port::share_folder() / "pictures" / "programme.png").c_str(), nullptr);
     evas_object_pass_events_set(programme_, EINA_TRUE);
     evas_object_layer_set(programme_, EVAS_LAYER_MIN + 1);
     evas_object_show(programme_);
@@ -186,8 +188,17 @@ void Panel::turn(bool portrait)
     int window_width = 0;
     int window_height = 0;
     evas_object_geometry_get(top_, nullptr, nullptr, &window_width, &window_height);
-    evas_object_resize(top_, window_height, window_width);
+    resize_window(window_height, window_width);
     fit();
+}
+
+/* A panel that turns becomes higher than many displays: its lower end could not be seen. */
+void Panel::resize_window(int width, int height)
+{
+    Size screen;
+    elm_win_screen_size_get(top_, nullptr, nullptr, &screen.width, &screen.height);
+    const auto size = size_on_screen({width, height}, screen);
+    evas_object_resize(top_, size.width, size.height);
 }
 
 void Panel::take_keys(bool take)
@@ -201,6 +212,7 @@ void Panel::take_keys(bool take)
 void Panel::key_down(const std::string &key)
 {
     hear();
+    efl::place_rows(canvas());
     /* On hold, the event passes through the gadget's own handlers, and the toolkit does nothing with it. */
     const bool held = mending_->arrows.holds(key);
     evas_event_default_flags_set(canvas(), held ? EVAS_EVENT_FLAG_ON_HOLD : EVAS_EVENT_FLAG_NONE);
@@ -222,12 +234,29 @@ void Panel::press(const std::string &key)
     settle();
 }
 
-void Panel::tap(int x, int y)
+void Panel::touch(int x, int y)
 {
     hear();
     evas_event_feed_mouse_in(canvas(), now_ms(), nullptr);
     evas_event_feed_mouse_move(canvas(), x, y, now_ms(), nullptr);
     evas_event_feed_mouse_down(canvas(), 1, EVAS_BUTTON_NONE, now_ms(), nullptr);
+}
+
+void Panel::tap(int x, int y)
+{
+    touch(x, y);
+    evas_event_feed_mouse_up(canvas(), 1, EVAS_BUTTON_NONE, now_ms(), nullptr);
+    settle();
+}
+
+void Panel::drag(int from_x, int from_y, int to_x, int to_y)
+{
+    touch(from_x, from_y);
+    for (int step = 1; step <= kDragSteps; ++step) {
+        evas_event_feed_mouse_move(canvas(), from_x + (to_x - from_x) * step / kDragSteps,
+                                   from_y + (to_y - from_y) * step / kDragSteps, now_ms(), nullptr);
+        toolkit_.run_until([] { return false; }, kDragStepMs);
+    }
     evas_event_feed_mouse_up(canvas(), 1, EVAS_BUTTON_NONE, now_ms(), nullptr);
     settle();
 }

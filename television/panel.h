@@ -69,6 +69,9 @@ public:
     /* A finger at a place: pressed, released, and the main loop until it has had its effect. */
     void tap(int x, int y);
 
+    /* A finger that is put on the panel at one place, moved in a straight line and lifted at another. */
+    void drag(int from_x, int from_y, int to_x, int to_y);
+
     bool run_until(const std::function<bool()> &condition, int limit_ms) const
     {
         return toolkit_.run_until(condition, limit_ms);
@@ -96,6 +99,8 @@ private:
     void tell_visible(bool visible) const;
     void take_form();
     void fit();
+    void resize_window(int width, int height);
+    void touch(int x, int y);
 
     const Toolkit &toolkit_;
     Evas_Object *top_ = nullptr;       /* the window on the display, or the off-screen one */

@@ -40,6 +40,7 @@ struct Loop {
 Loop loop;
 std::filesystem::path theme;
 
+constexpr unsigned int kFingerPixels = 24; /* a touch that moves less is a tap */
 constexpr long kSoonUs = 50'000;
 constexpr double kFrameSeconds = 1.0 / 60.0;
 constexpr double kStillFrameSeconds = 1.0 / 1000.0; /* with animations off nothing needs the time between frames */
@@ -161,6 +162,13 @@ const char *preferred_engine(const ToolkitOptions &options)
     return getenv("WAYLAND_DISPLAY") ? "wayland_shm" : "software_x11";
 }
 
+/* A finger's drag scrolls a list, and what it has begun on is not tapped; the toolkit expects a mouse's wheel. */
+void scroll_by_finger()
+{
+    elm_config_scroll_thumbscroll_enabled_set(EINA_TRUE);
+    elm_config_scroll_thumbscroll_threshold_set(kFingerPixels);
+}
+
 void stop_motion()
 {
     loop.still = true;
@@ -217,6 +225,7 @@ Toolkit::Toolkit(const ToolkitOptions &options) : options_(options)
     elm_policy_set(ELM_POLICY_QUIT, ELM_POLICY_QUIT_NONE);
     elm_config_preferred_engine_set(preferred_engine(options_));
     elm_config_scale_set(2.0 * options_.scale);
+    scroll_by_finger();
     if (!options_.animations)
         stop_motion();
     theme = options_.theme.empty() ? vesk_port::share_folder() / "theme" / "vesk.edj" : options_.theme;

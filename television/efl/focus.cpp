@@ -13,8 +13,9 @@ namespace {
 
 constexpr int kTries = 8;
 
-constexpr char kPlainRow[] = "vesk.plain-row"; /* on a list: its focused row that looks unfocused */
-constexpr char kLastRow[] = "vesk.last-row";   /* on a list: the index + 1 of the row that had the focus last */
+constexpr char kPlainRow[] = "vesk.plain-row";       /* on a list: its focused row that looks unfocused */
+constexpr char kPlainChoice[] = "vesk.plain-choice"; /* on a list: its chosen row that looks like any other */
+constexpr char kLastRow[] = "vesk.last-row";         /* on a list: the index + 1 of the row that had the focus last */
 
 void remember_row(Evas_Object *list, int index)
 {
@@ -64,6 +65,23 @@ void show_row_focus(Evas_Object *list, bool has_focus)
         return;
     elm_object_item_signal_emit(row, has_focus ? "elm,state,focused" : "elm,state,unfocused", "elm");
     evas_object_data_set(list, kPlainRow, has_focus ? nullptr : row);
+}
+
+/* A row keeps the mark of the chosen one when the focus has moved on to another row, so that two rows look chosen. To
+   see it: allow an allowed device, then press Down. */
+void show_choice(Evas_Object *list, bool has_focus)
+{
+    auto *row = elm_object_focused_item_get(list);
+    auto *chosen = elm_genlist_selected_item_get(list);
+    const auto *plain = evas_object_data_get(list, kPlainChoice);
+    if (!chosen || chosen == row) {
+        if (plain && chosen == plain)
+            elm_object_item_signal_emit(chosen, "elm,state,selected", "elm");
+        evas_object_data_del(list, kPlainChoice);
+    } else if (has_focus && row && chosen != plain) {
+        elm_object_item_signal_emit(chosen, "elm,state,unselected", "elm");
+        evas_object_data_set(list, kPlainChoice, chosen);
+    }
 }
 
 /* One more turn of the main loop, where nothing else may be due: a try that failed is followed by the next. To see it:
@@ -159,23 +177,37 @@ bool Focus::pursue_wish(const Evas_Object *focused)
     return wish_;
 }
 
-void Focus::asked(Evas_Object *object, bool focus)
+/* A wish for the focus below an open popup is turned by that popup into its own first button, so the toolkit never
+   hears of it. To see it: open the confirmation while the toast of the deletion before is up; the toast ends, the list
+   is to have the focus, and the answer moves from No to Yes. */
+bool Focus::asked(Evas_Object *object, bool focus)
 {
     if (moving_)
-        return;
+        return true;
+    if (focus && widgets_.lies_below(object))
+        return false;
     if (focus && within(object, widgets_.window()))
         set_wish(object);
     else if (!focus && wish_ == object)
         set_wish(nullptr);
     tries_ = 0;
+    return true;
 }
 
-void Focus::row_asked(Elm_Object_Item *row, bool focus)
+bool Focus::row_asked(Elm_Object_Item *row, bool focus)
 {
     auto *list = elm_object_item_widget_get(row);
     if (focus && is_list(list))
         remember_row(list, elm_genlist_item_index_get(row) - 1);
+    if (focus && widgets_.lies_below(list))
+        return false;
     tries_ = 0;
+    return true;
+}
+
+bool Focus::keys_asked(const Evas_Object *object) const
+{
+    return !widgets_.lies_below(object);
 }
 
 /* A widget that is forbidden the focus while it has it is not told that it has lost it, and looks focused for good. To
@@ -199,14 +231,17 @@ void Focus::bring()
 void Focus::row_realized(Evas_Object *list)
 {
     evas_object_data_del(list, kPlainRow);
+    evas_object_data_del(list, kPlainChoice);
     tries_ = 0;
 }
 
 void Focus::show() const
 {
     const auto *focused = elm_object_focused_object_get(widgets_.window());
-    for (auto *list : widgets_.lists())
+    for (auto *list : widgets_.lists()) {
         show_row_focus(list, list == focused);
+        show_choice(list, list == focused);
+    }
 }
 
 /* A popup that goes leaves the focus to some button, unless the module asks for it. To see it: allow a denied device,

@@ -24,9 +24,12 @@ public:
     /* A row of `list` has a look of its own now, which is as the toolkit made it. */
     void row_realized(Evas_Object *list);
 
-    /* What the module asks for; the toolkit may not be able to do it yet. */
-    void asked(Evas_Object *object, bool focus);
-    void row_asked(Elm_Object_Item *row, bool focus);
+    /* What the module asks for; the toolkit may not be able to do it yet. Both return whether the toolkit may try. */
+    bool asked(Evas_Object *object, bool focus);
+    bool row_asked(Elm_Object_Item *row, bool focus);
+
+    /* Whether the keys may go to `object`. */
+    bool keys_asked(const Evas_Object *object) const;
 
     /* A popup has been deleted. */
     void popup_gone();

@@ -39,6 +39,7 @@ bool is_toolkit(const void *caller)
     });
 }
 
+using vesk::efl::Focus;
 using vesk::efl::Mending;
 
 /* The present panel's mending gets what a module has called `function` for; without a panel nobody does. */
@@ -46,6 +47,13 @@ template <class Part> void mend(const char *function, Part part)
 {
     if (auto *mending = Mending::current())
         vesk_port::fenced(function, [&] { part(*mending); });
+}
+
+/* Whether the focus that a module has asked for may be asked of the toolkit. */
+template <class Part> bool allows(const char *function, const void *caller, Part part)
+{
+    auto *mending = Mending::current();
+    return !mending || is_toolkit(caller) || vesk_port::fenced(function, true, [&] { return part(mending->focus); });
 }
 
 /* The desktop's copy of a file or folder of the television. */
@@ -115,9 +123,17 @@ Evas_Object *elm_check_add(Evas_Object *parent)
 
 void elm_object_focus_set(Evas_Object *object, Eina_Bool focus)
 {
-    if (!is_toolkit(__builtin_return_address(0)))
-        mend(__func__, [=](Mending &mending) { mending.focus.asked(object, focus); });
+    if (!allows(__func__, __builtin_return_address(0), [=](Focus &wish) { return wish.asked(object, focus); }))
+        return;
     PASS_ON(elm_object_focus_set, object, focus);
+}
+
+void evas_object_focus_set(Evas_Object *object, Eina_Bool focus)
+{
+    if (focus &&
+        !allows(__func__, __builtin_return_address(0), [=](const Focus &wish) { return wish.keys_asked(object); }))
+        return;
+    PASS_ON(evas_object_focus_set, object, focus);
 }
 
 void elm_object_focus_allow_set(Evas_Object *object, Eina_Bool allow)
@@ -130,8 +146,8 @@ void elm_object_focus_allow_set(Evas_Object *object, Eina_Bool allow)
 
 void elm_object_item_focus_set(Elm_Object_Item *item, Eina_Bool focus)
 {
-    if (!is_toolkit(__builtin_return_address(0)))
-        mend(__func__, [=](Mending &mending) { mending.focus.row_asked(item, focus); });
+    if (!allows(__func__, __builtin_return_address(0), [=](Focus &wish) { return wish.row_asked(item, focus); }))
+        return;
     PASS_ON(elm_object_item_focus_set, item, focus);
 }
 

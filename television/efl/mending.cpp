@@ -39,12 +39,14 @@ void Mending::before_rest()
     focus.show();
     if (auto *reader = Reader::current(); reader && rests)
         reader->focus_rests(widgets);
+    touches.keep();
     places.keep_on_panel();
 }
 
 void Mending::popup_added(Evas_Object *popup)
 {
     widgets.add_popup(popup);
+    dimming.popup_added(popup);
     const auto gone = [](void *, Evas *, Evas_Object *, void *) {
         vesk_port::fenced("a popup's end", [] {
             if (present)
@@ -65,6 +67,12 @@ void Mending::key_taker_added(Evas_Object *widget)
     };
     if (is_list(widget))
         evas_object_smart_callback_add(widget, "realized", realized, nullptr);
+}
+
+void Mending::key_taker_gone(const Evas_Object *widget)
+{
+    widgets.forget_key_taker(widget);
+    touches.forget(widget);
 }
 
 /* A check box in a row takes the row's Return key when it can be focused: the row is not selected then, and Down may

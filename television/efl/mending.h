@@ -8,8 +8,10 @@
 
 #include "television/efl/arrows.h"
 #include "television/efl/contrast.h"
+#include "television/efl/dimming.h"
 #include "television/efl/focus.h"
 #include "television/efl/places.h"
+#include "television/efl/touches.h"
 #include "television/efl/widgets.h"
 
 namespace vesk::efl {
@@ -31,11 +33,14 @@ public:
     void popup_added(Evas_Object *popup);
     void key_taker_added(Evas_Object *list_or_button);
     void check_added(Evas_Object *check, const Evas_Object *parent);
+    void key_taker_gone(const Evas_Object *list_or_button);
 
     Widgets widgets;
     Focus focus{widgets};
     Arrows arrows{widgets, focus};
     Places places{widgets};
+    Dimming dimming{widgets};
+    Touches touches{widgets};
 
 private:
     void before_rest();

@@ -56,6 +56,14 @@ std::vector<Evas_Object *> Widgets::shown_popups() const
     return found;
 }
 
+/* A popup may lie in another one: the last that holds the object is its own. */
+bool Widgets::lies_below(const Evas_Object *object) const
+{
+    const auto own = std::find_if(popups_.rbegin(), popups_.rend(), [&](auto *popup) { return within(object, popup); });
+    const auto top = std::find_if(popups_.rbegin(), popups_.rend(), evas_object_visible_get);
+    return own != popups_.rend() && top < own;
+}
+
 bool Widgets::may_focus(const Evas_Object *object) const
 {
     if (std::ranges::find(key_takers_, object) == key_takers_.end())
@@ -88,12 +96,17 @@ void Widgets::add_popup(Evas_Object *popup)
     evas_object_event_callback_add(popup, EVAS_CALLBACK_DEL, forget, nullptr);
 }
 
+void Widgets::forget_key_taker(const Evas_Object *list_or_button)
+{
+    std::erase(key_takers_, list_or_button);
+}
+
 void Widgets::add_key_taker(Evas_Object *list_or_button)
 {
     key_takers_.push_back(list_or_button);
     const auto forget = [](void *, Evas *, Evas_Object *gone, void *) {
         if (auto *mending = Mending::current())
-            std::erase(mending->widgets.key_takers_, gone);
+            mending->key_taker_gone(gone);
     };
     evas_object_event_callback_add(list_or_button, EVAS_CALLBACK_DEL, forget, nullptr);
 }

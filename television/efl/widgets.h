@@ -32,12 +32,19 @@ public:
     /* What may have the focus now, in the order of its making. */
     std::vector<Evas_Object *> focusable() const;
 
+    /* Everything that may ever have it, in the order of its making. */
+    const std::vector<Evas_Object *> &key_takers() const { return key_takers_; }
+
+    /* Whether `object` lies in a popup below scope(). */
+    bool lies_below(const Evas_Object *object) const;
+
     /* The popups that are shown, the lowest first. */
     std::vector<Evas_Object *> shown_popups() const;
 
     /* Both are left out again when they are gone. */
     void add_popup(Evas_Object *popup);
     void add_key_taker(Evas_Object *list_or_button);
+    void forget_key_taker(const Evas_Object *list_or_button);
 
     /* Deletes what a gadget has left on the window. */
     void clear_window() const;
