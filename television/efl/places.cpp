@@ -1,26 +1,66 @@
-/* Popups are where they are meant to be, and on the panel. A module may place a popup by numbers that are meant for the
-   wide panel; on a turned one it would lie outside, with the focus in it. In a right-to-left language they are also
-   meant for a popup of the drop-down's size; one of the panel's size shows the drop-down in its middle, far from its
-   row. To see it: Arabic, a board or portrait, Return on a row. */
+/* Popups are where they are meant to be, and on the panel. A module places a popup by numbers that are meant for the
+   form that the panel has then: on a turned one it lies outside, with the focus in it, and a panel that turns fills
+   itself with every popup. In a right-to-left language the numbers are also meant for a popup of the drop-down's size;
+   one of the panel's size shows the drop-down in its middle, far from its row. And a module reads the language anew
+   when the layouts of the open screen run as before. To see it: Arabic, a board or portrait, Return on a row; turn the
+   panel with the drop-down open; change the language to ar_AE with the list open, Return. */
 
 #include "television/efl/places.h"
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdlib>
+#include <memory>
 #include <string>
 #include <string_view>
 
+#include "desktop/settings.h"
 #include "television/efl/mending.h"
 #include "television/efl/widgets.h"
+#include "television/language.h"
 #include "television/theme_variants.h"
+#include "vconf.h"
 
 namespace vesk::efl {
 
 namespace {
 
 constexpr int kMargin = 24;
+constexpr int kTurns = 4;
 constexpr std::array<std::string_view, 6> kPlain{"image", "line", "polygon", "rectangle", "text", "textblock"};
+
+Eina_Rectangle area_of(const Evas_Object *object)
+{
+    Eina_Rectangle area{};
+    evas_object_geometry_get(object, &area.x, &area.y, &area.w, &area.h);
+    return area;
+}
+
+bool same(const Eina_Rectangle &a, const Eina_Rectangle &b)
+{
+    return a.x == b.x && a.y == b.y && a.w == b.w && a.h == b.h;
+}
+
+/* What is placed by a module has its content in its middle; until a popup is laid out its content lies somewhere. */
+bool in_the_middle(const Eina_Rectangle &content, const Eina_Rectangle &frame)
+{
+    return std::abs(2 * (content.x - frame.x) + content.w - frame.w) <= 2;
+}
+
+/* Whether a module that reads the language now places its screens from right to left. */
+bool language_is_mirrored()
+{
+    const std::unique_ptr<char, decltype(&std::free)> locale(vconf_get_str(vesk_port::kLanguageSetting.key), std::free);
+    return locale && places_from_right_to_left(locale.get());
+}
+
+/* The nearest place to `wanted` for something of that length on the panel. */
+int kept_on(int panel, int length, int wanted)
+{
+    const int margin = std::max(0, std::min(kMargin, (panel - length) / 2));
+    return std::clamp(wanted, margin, std::max(margin, panel - margin - length));
+}
 
 } // namespace
 
@@ -53,57 +93,136 @@ void Places::remember(Evas_Object *popup, const Placed &placed)
         if (mending && mending->places.last_.popup == gone)
             mending->places.last_ = {};
     };
-    if (last_.popup != popup)
-        evas_object_event_callback_add(popup, EVAS_CALLBACK_DEL, forget, nullptr);
+    evas_object_event_callback_add(popup, EVAS_CALLBACK_DEL, forget, nullptr);
     last_ = placed;
+}
+
+/* The chosen row of a list in the popup below. */
+Elm_Object_Item *Places::row_below(const Evas_Object *popup) const
+{
+    const auto shown = widgets_.shown_popups();
+    const auto above = std::ranges::find(shown, popup);
+    if (above == shown.begin() || above == shown.end())
+        return nullptr;
+    for (auto *list : widgets_.lists()) {
+        if (within(list, *std::prev(above)) && evas_object_visible_get(list))
+            return elm_genlist_selected_item_get(list);
+    }
+    return nullptr;
+}
+
+/* Where that row is; nothing when there is none, or when it has not been drawn yet. */
+Eina_Rectangle Places::row_area(const Evas_Object *popup) const
+{
+    auto *row = row_below(popup);
+    if (!row)
+        return {};
+    const auto area = area_of(elm_object_item_track(row));
+    elm_object_item_untrack(row);
+    return area;
+}
+
+/* Where the content is meant to be: what the module's numbers come to in this form of the panel and in the direction of
+   its layouts. */
+Places::Point Places::meant(const Eina_Rectangle &frame, const Eina_Rectangle &content, const Eina_Rectangle &row)
+{
+    const auto panel = area_of(widgets_.window());
+    const double scale = elm_object_scale_get(widgets_.window());
+    const bool wide = panel.w >= list_middle_;
+    Point place{content.x, content.y};
+    numbers_are_mirrored_ = numbers_are_mirrored_ || language_is_mirrored();
+    if (numbers_are_mirrored_) {
+        place.x += wide ? 0 : panel.w - 2 * list_middle_;
+        if (frame.w == panel.w) {
+            /* Pixels from the row's first end, and from its lower edge. */
+            const int right = place.x - (content.x - frame.x) - row.x;
+            const int down = frame.y - row.y - row.h;
+            place.x = row.x + static_cast<int>(std::lround((right + content_inset_) * scale));
+            place.y = row.y + row.h + static_cast<int>(std::lround(down * scale));
+        }
+    }
+    if (numbers_are_mirrored_ != static_cast<bool>(elm_config_mirrored_get()))
+        place.x = (wide ? 2 * list_middle_ : panel.w) - place.x - content.w;
+    return place;
+}
+
+Places::Point Places::on_panel(Point content, const Eina_Rectangle &size) const
+{
+    const auto panel = area_of(widgets_.window());
+    return {kept_on(panel.w, size.w, content.x), kept_on(panel.h, size.h, content.y)};
+}
+
+void Places::place(Evas_Object *popup, const Eina_Rectangle &frame, const Eina_Rectangle &content)
+{
+    const auto panel = area_of(widgets_.window());
+    const double scale = elm_object_scale_get(widgets_.window());
+    const auto row = row_area(popup);
+    const Point place = on_panel(meant(frame, content, row), content);
+    Placed placed{.popup = popup};
+    if (frame.w < panel.w) {
+        placed.width = frame.w;
+        placed.height = frame.h;
+    }
+    placed.beside_row = row.w > 0;
+    placed.right = (place.x - row.x) / scale;
+    placed.down = (place.y - row.y) / scale;
+    remember(popup, placed);
+    const Point moved{frame.x + place.x - content.x, frame.y + place.y - content.y};
+    if (moved != Point{frame.x, frame.y})
+        evas_object_move(popup, moved.x, moved.y);
+}
+
+/* Asking for a row's area makes the canvas draw, so that is done only until nothing has moved for a while. */
+bool Places::rests(const Eina_Rectangle &frame, const Eina_Rectangle &content)
+{
+    const auto panel = area_of(widgets_.window());
+    if (!same(panel, last_.panel) || !same(frame, last_.frame) || !same(content, last_.content))
+        last_.turns = kTurns;
+    last_.panel = panel;
+    last_.frame = frame;
+    last_.content = content;
+    if (last_.turns == 0)
+        return true;
+    --last_.turns;
+    ecore_job_add([](void *) {}, nullptr);
+    return false;
+}
+
+void Places::follow(Evas_Object *popup, const Eina_Rectangle &frame, const Eina_Rectangle &content) const
+{
+    if (last_.width > 0 && frame.w != last_.width) {
+        evas_object_resize(popup, last_.width, last_.height);
+        evas_smart_objects_calculate(evas_object_evas_get(popup));
+        return; /* its content is laid out with the next turn of the loop */
+    }
+    const double scale = elm_object_scale_get(widgets_.window());
+    const auto row = row_area(popup);
+    Point place{content.x, content.y};
+    if (last_.beside_row && row.w > 0) {
+        place.x = row.x + static_cast<int>(std::lround(last_.right * scale));
+        place.y = row.y + static_cast<int>(std::lround(last_.down * scale));
+    }
+    place = on_panel(place, content);
+    if (place != Point{content.x, content.y})
+        evas_object_move(popup, frame.x + place.x - content.x, frame.y + place.y - content.y);
 }
 
 void Places::keep_on_panel()
 {
     auto *popup = widgets_.scope();
-    const auto *content = popup != widgets_.window() ? elm_object_content_get(popup) : nullptr;
-    if (!content)
+    auto *shown = popup != widgets_.window() ? elm_object_content_get(popup) : nullptr;
+    if (!shown)
         return;
-    int panel_width = 0;
-    int x = 0;
-    int y = 0;
-    int width = 0;
-    int popup_x = 0;
-    int popup_y = 0;
-    int popup_width = 0;
-    int popup_height = 0;
-    evas_object_geometry_get(widgets_.window(), nullptr, nullptr, &panel_width, nullptr);
-    evas_object_geometry_get(content, &x, &y, &width, nullptr);
-    evas_object_geometry_get(popup, &popup_x, &popup_y, &popup_width, &popup_height);
-    const bool placed = popup_x != 0 || popup_y != 0;
-    if (!placed && popup == last_.popup && panel_width == last_.panel_width && popup_width > last_.width) {
-        /* A panel that turns fills itself with every popup; it has turned back now. */
-        evas_object_resize(popup, last_.width, last_.height);
-        evas_object_move(popup, last_.put.x, last_.put.y);
+    const auto frame = area_of(popup);
+    const auto content = area_of(shown);
+    if (content.w == 0 || content.w > area_of(widgets_.window()).w || !in_the_middle(content, frame))
         return;
+    if (popup == last_.popup) {
+        if (!rests(frame, content))
+            follow(popup, frame, content);
+    } else if (frame.x != 0 || frame.y != 0) {
+        place(popup, frame, content);
     }
-    if (!placed || width == 0 || width > panel_width)
-        return;
-    /* What is placed by a module has its content in its middle. A popup that fills the panel needs no place, and until
-       it is laid out its content lies somewhere. */
-    if (std::abs(2 * (x - popup_x) + width - popup_width) > 2)
-        return;
-    const Point now{popup_x, popup_y};
-    const Point wanted = last_.popup == popup && last_.put == now ? last_.wanted : now;
-    Point place = wanted;
-    if (elm_config_mirrored_get()) {
-        place.x += panel_width < list_middle_ ? panel_width - 2 * list_middle_ : 0;
-        if (popup_width == panel_width) {
-            place.x -= x - static_cast<int>(content_inset_ * elm_object_scale_get(widgets_.window())) - popup_x;
-            place.y -= y - popup_y;
-        }
-    }
-    const int margin = std::min(kMargin, (panel_width - width) / 2);
-    const int before_content = x - popup_x;
-    place.x = std::clamp(place.x + before_content, margin, panel_width - margin - width) - before_content;
-    remember(popup, {popup, wanted, place, popup_width, popup_height, panel_width});
-    if (place != now)
-        evas_object_move(popup, place.x, place.y);
 }
 
 } // namespace vesk::efl
