@@ -8,7 +8,7 @@ target_include_directories(vesk_screen_test PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/s
 target_link_libraries(vesk_screen_test PUBLIC vesk_module_objects vesk_television vesk_port GTest::gmock PRIVATE vesk_warnings)
 # The spy has functions of names that the television has functions for, too.
 target_link_options(vesk_screen_test INTERFACE
-  LINKER:--wrap=elm_object_focus_set LINKER:--wrap=elm_object_focus_allow_set)
+  LINKER:--wrap=elm_object_focus_set LINKER:--wrap=elm_object_focus_allow_set LINKER:--wrap=evas_object_focus_set)
 
 function(vesk_add_screen_test name)
   vesk_add_test(${name} LABEL screen LIBRARIES vesk_screen_test ${ARGN})

@@ -56,7 +56,7 @@ struct MainLoopsTest : testing::Test {
 TEST_F(MainLoopsTest, ASourceOfAnotherThreadEndsTheWait)
 {
     EXPECT_EQ(wait(wait_disturbed), 0) << "none of the toolkit's own descriptors";
-    EXPECT_EQ(woken_descriptors, 1) << "the wait ended by its limit";
+    EXPECT_GE(woken_descriptors, 1) << "the wait ended by its limit";
     if (!dispatched)
         wait(wait_in_peace);
     EXPECT_TRUE(dispatched);

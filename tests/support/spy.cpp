@@ -214,14 +214,14 @@ void elm_win_focus_highlight_enabled_set(Evas_Object *object, Eina_Bool enabled)
     next(object, enabled);
 }
 
-void evas_object_focus_set(Evas_Object *object, Eina_Bool focus)
+/* The television has functions of these names; the linker lets these stand before them. */
+void __real_evas_object_focus_set(Evas_Object *object, Eina_Bool focus);
+void __wrap_evas_object_focus_set(Evas_Object *object, Eina_Bool focus)
 {
-    BEHIND(evas_object_focus_set);
-    note({__func__, object, flag_on("canvas focus ", focus, object)});
-    next(object, focus);
+    note({"evas_object_focus_set", object, flag_on("canvas focus ", focus, object)});
+    __real_evas_object_focus_set(object, focus);
 }
 
-/* The television has functions of these two names; the linker lets these stand before them. */
 void __real_elm_object_focus_set(Evas_Object *object, Eina_Bool focus);
 void __wrap_elm_object_focus_set(Evas_Object *object, Eina_Bool focus)
 {
