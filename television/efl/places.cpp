@@ -122,8 +122,7 @@ Eina_Rectangle Places::row_area(const Evas_Object *popup) const
     return area;
 }
 
-/* Where the content is meant to be: what the module's numbers come to in this form of the panel and in the direction of
-   its layouts. */
+/* Where the content is meant to be: what the module's numbers come to in this form of the panel. */
 Places::Point Places::meant(const Eina_Rectangle &frame, const Eina_Rectangle &content, const Eina_Rectangle &row)
 {
     const auto panel = area_of(widgets_.window());
@@ -141,8 +140,6 @@ Places::Point Places::meant(const Eina_Rectangle &frame, const Eina_Rectangle &c
             place.y = row.y + row.h + static_cast<int>(std::lround(down * scale));
         }
     }
-    if (numbers_are_mirrored_ != static_cast<bool>(elm_config_mirrored_get()))
-        place.x = (wide ? 2 * list_middle_ : panel.w) - place.x - content.w;
     return place;
 }
 

@@ -51,6 +51,7 @@ struct ToastTest : EditTest {
         store.set_status(store.list().front().id, 1);
         ASSERT_TRUE(
             panel().run_until([this] { return logged("ListRefreshed [" + std::to_string(device_count) + "]"); }, 2000));
+        panel().settle();
         tap(app()->edit_button);
         ASSERT_TRUE(b_edit_status);
         const Eina_Rectangle place = row_area(row(app()->genlist, index));

@@ -216,6 +216,7 @@ void elm_win_focus_highlight_enabled_set(Evas_Object *object, Eina_Bool enabled)
 
 /* The television has functions of these names; the linker lets these stand before them. */
 void __real_evas_object_focus_set(Evas_Object *object, Eina_Bool focus);
+__attribute__((visibility("default"))) /* the linker wants it so, as libraries call the function as well */
 void __wrap_evas_object_focus_set(Evas_Object *object, Eina_Bool focus)
 {
     note({"evas_object_focus_set", object, flag_on("canvas focus ", focus, object)});
