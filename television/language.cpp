@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "desktop/paths.h"
+#include "television/theme_variants.h"
 
 namespace vesk {
 
@@ -53,6 +54,24 @@ bool has_catalogue(const std::string &name)
     return std::filesystem::exists(vesk_port::share_folder() / "locale" / name / "LC_MESSAGES" / "ug-VeskUG-efl.mo");
 }
 
+/* The face for a language: Han characters differ between those who write them. Fonts that a user has chosen stay. */
+void use_face(const std::string &locale)
+{
+    const auto folder = vesk_port::share_folder() / "theme";
+    auto wanted = folder / "fonts.conf";
+    for (const auto &name : catalogue_names(locale)) {
+        if (const auto own = folder / ("fonts." + name + ".conf"); std::filesystem::exists(own)) {
+            wanted = own;
+            break;
+        }
+    }
+    const char *used = getenv("FONTCONFIG_FILE");
+    if (!used || std::filesystem::path(used).parent_path() != folder || used == wanted)
+        return;
+    setenv("FONTCONFIG_FILE", wanted.c_str(), 1);
+    evas_font_reinit();
+}
+
 } // namespace
 
 bool use_language(const std::string &locale)
@@ -67,6 +86,8 @@ bool use_language(const std::string &locale)
 
     const bool to_the_left = found && std::ranges::find(kRightToLeft, language_of(locale)) != kRightToLeft.end();
     elm_config_mirrored_set(to_the_left);
+    use_face(found ? locale : kEnglish);
+    show_script(found ? language_of(locale) : kEnglish);
     return found || language_of(locale) == language_of(kEnglish);
 }
 

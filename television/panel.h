@@ -86,6 +86,7 @@ private:
     void make_windows();
     void show_programme();
     void take_form();
+    void crop_programme();
     void fit();
 
     const Toolkit &toolkit_;

@@ -2,7 +2,9 @@
 
 #include "television/efl/contrast.h"
 #include "television/efl/focus.h"
+#include "television/efl/list_sizes.h"
 #include "television/efl/places.h"
+#include "television/efl/texts.h"
 #include "television/reader/reader.h"
 
 namespace vesk::efl {
@@ -19,6 +21,7 @@ void begin(Evas_Object *window)
     mended_window = window;
     watch = ecore_idle_enterer_before_add(
         [](void *) -> Eina_Bool {
+            scale_lists_once();
             const bool rests = keep_focus();
             show_focus();
             if (rests)
@@ -28,6 +31,7 @@ void begin(Evas_Object *window)
         },
         nullptr);
     begin_contrast();
+    begin_texts();
 }
 
 void end()

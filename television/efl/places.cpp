@@ -7,12 +7,14 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdlib>
 #include <string>
 #include <string_view>
 
 #include "television/efl/mending.h"
 #include "television/efl/widgets.h"
+#include "television/theme_variants.h"
 
 namespace vesk::efl {
 
@@ -22,6 +24,10 @@ constexpr int kMargin = 24;
 constexpr std::array<std::string_view, 6> kPlain{"image", "line", "polygon", "rectangle", "text", "textblock"};
 constexpr int kListMiddle = 1130;    /* of the wide panel, which the numbers mirror at */
 constexpr double kContentInset = 10; /* of the list within the drop-down, in the theme's design pixels */
+/* Of the numbers that a module places a popup by: two are pixels at every scale, the others grow with it. */
+constexpr int kRise = 93; /* the popup's top above the row's bottom, less kDrop */
+constexpr int kDrop = 15;
+constexpr int kRowEnd = 80; /* between the popup's end and the row's */
 
 struct Place {
     int x = 0;
@@ -40,6 +46,30 @@ struct Placed {
     int panel_width = 0;
 };
 Placed last;
+
+struct Size {
+    int width;
+    int height;
+};
+
+/* What a popup of that size has to move by, since the numbers are meant for a scale of 1. Where it has the panel's
+   size, it is placed by its middle. */
+Place correction(const Size &popup, const Size &panel)
+{
+    const double scale = shown_scale();
+    const double drawn = scale * elm_object_scale_get(window());
+    const bool whole = popup.width == panel.width;
+    double x = 0;
+    double y = 0;
+    if (elm_config_mirrored_get()) {
+        x = 2.0 * (list_middle() - kListMiddle) + kRowEnd * (drawn - 1.0);
+        y = kRise - kDrop * scale - (kRise - kDrop) * drawn;
+    } else {
+        x = whole ? panel.width / 2.0 * (scale - 1.0) : 0.0;
+        y = ((whole ? panel.height / 2.0 : 0.0) - kRise) * (scale - 1.0);
+    }
+    return {static_cast<int>(std::lround(x)), static_cast<int>(std::lround(y))};
+}
 
 void remember(Evas_Object *popup, const Placed &placed)
 {
@@ -77,6 +107,7 @@ void keep_on_panel()
     if (!content)
         return;
     int panel_width = 0;
+    int panel_height = 0;
     int x = 0;
     int y = 0;
     int width = 0;
@@ -84,7 +115,7 @@ void keep_on_panel()
     int popup_y = 0;
     int popup_width = 0;
     int popup_height = 0;
-    evas_object_geometry_get(window(), nullptr, nullptr, &panel_width, nullptr);
+    evas_object_geometry_get(window(), nullptr, nullptr, &panel_width, &panel_height);
     evas_object_geometry_get(content, &x, &y, &width, nullptr);
     evas_object_geometry_get(popup, &popup_x, &popup_y, &popup_width, &popup_height);
     const bool placed = popup_x != 0 || popup_y != 0;
@@ -100,15 +131,18 @@ void keep_on_panel()
        it is laid out its content lies somewhere. */
     if (std::abs(2 * (x - popup_x) + width - popup_width) > 2)
         return;
+    if (popup != last.popup && popup_width != panel_width && shown_scale() != 1.0) {
+        /* The module takes its height by the window's scale alone. */
+        popup_height = static_cast<int>(std::lround(popup_height * shown_scale()));
+        evas_object_resize(popup, popup_width, popup_height);
+    }
     const Place now{popup_x, popup_y};
     const Place wanted = last.popup == popup && last.put == now ? last.wanted : now;
-    Place place = wanted;
-    if (elm_config_mirrored_get()) {
-        place.x += panel_width < kListMiddle ? panel_width - 2 * kListMiddle : 0;
-        if (popup_width == panel_width) {
-            place.x -= x - static_cast<int>(kContentInset * elm_object_scale_get(window())) - popup_x;
-            place.y -= y - popup_y;
-        }
+    const Place moved = correction({popup_width, popup_height}, {panel_width, panel_height});
+    Place place{wanted.x + moved.x, wanted.y + moved.y};
+    if (elm_config_mirrored_get() && popup_width == panel_width) {
+        place.x -= x - static_cast<int>(kContentInset * shown_scale() * elm_object_scale_get(window())) - popup_x;
+        place.y -= y - popup_y;
     }
     const int margin = std::min(kMargin, (panel_width - width) / 2);
     const int before_content = x - popup_x;
