@@ -19,7 +19,6 @@ namespace vesk::efl {
 namespace {
 
 constexpr std::string_view kDeviceRow = "elm/genlist/item/C_TextItem_WhiteSingleline05/default";
-constexpr std::string_view kPlainLabel = "elm/label/base/default";
 constexpr std::string_view kMark = "&#x200e;"; /* around a name, of the module */
 constexpr const char *kDomain = "ug-VeskUG-efl";
 constexpr const char *kAllowed = "COM_SID_ALLOWED";
@@ -84,12 +83,15 @@ std::string escaped(const std::string &text)
 }
 
 /* The colours of a text are the theme's, which also keep it readable in high contrast. */
-std::string without_colour(std::string text)
+std::string without_colours(std::string markup)
 {
-    constexpr std::string_view kColour = " color=#";
-    for (auto begin = text.find(kColour); begin != text.npos; begin = text.find(kColour, begin))
-        text.erase(begin, text.find_first_of(" >", begin + 1) - begin);
-    return text;
+    constexpr std::string_view kColour = " color=";
+    for (auto tag = markup.find('<'); tag != markup.npos; tag = markup.find('<', tag + 1)) {
+        const auto colour = markup.find(kColour, tag);
+        if (colour < markup.find('>', tag))
+            markup.erase(colour, markup.find_first_of(" >", colour + 1) - colour);
+    }
+    return markup;
 }
 
 void tell_access(Evas_Object *row, std::string_view word)
@@ -139,8 +141,6 @@ Eina_Bool edje_object_part_text_escaped_set(Evas_Object *drawing, const char *pa
     if (!text || (name != "elm.text" && name != "elm.text.1"))
         return next(drawing, part, text);
     const std::string group = group_of(drawing);
-    if (group == kPlainLabel)
-        return next(drawing, part, without_colour(text).c_str());
     if (group != kDeviceRow)
         return next(drawing, part, text);
     if (name == "elm.text.1") {
@@ -150,6 +150,14 @@ Eina_Bool edje_object_part_text_escaped_set(Evas_Object *drawing, const char *pa
     const std::string shown = escaped(shown_name(std::string(without_marks(text))));
     next(drawing, "vesk.name", shown.c_str());
     return next(drawing, part, shown.c_str());
+}
+
+/* What a block of text draws; what the module has set stays with its widget. */
+void evas_object_textblock_text_markup_set(Evas_Object *block, const char *markup)
+{
+    static const auto next = reinterpret_cast<decltype(&evas_object_textblock_text_markup_set)>(
+        dlsym(RTLD_NEXT, "evas_object_textblock_text_markup_set"));
+    next(block, markup ? vesk::efl::without_colours(markup).c_str() : nullptr);
 }
 
 /* A label without a style of its own is given its sizes for the form of the panel, so it must not shrink with the
