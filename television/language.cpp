@@ -5,6 +5,7 @@
 #include <array>
 #include <clocale>
 #include <cstdlib>
+#include <dlfcn.h>
 #include <filesystem>
 #include <string_view>
 #include <vector>
@@ -54,22 +55,13 @@ bool has_catalogue(const std::string &name)
     return std::filesystem::exists(vesk_port::share_folder() / "locale" / name / "LC_MESSAGES" / "ug-VeskUG-efl.mo");
 }
 
-/* The face for a language: Han characters differ between those who write them. Fonts that a user has chosen stay. */
-void use_face(const std::string &locale)
+/* What the toolkit is told when it asks for the locale of the texts. */
+std::string told;
+
+void tell_language(const std::string &locale)
 {
-    const auto folder = vesk_port::share_folder() / "theme";
-    auto wanted = folder / "fonts.conf";
-    for (const auto &name : catalogue_names(locale)) {
-        if (const auto own = folder / ("fonts." + name + ".conf"); std::filesystem::exists(own)) {
-            wanted = own;
-            break;
-        }
-    }
-    const char *used = getenv("FONTCONFIG_FILE");
-    if (!used || std::filesystem::path(used).parent_path() != folder || used == wanted)
-        return;
-    setenv("FONTCONFIG_FILE", wanted.c_str(), 1);
-    evas_font_reinit();
+    told = locale;
+    evas_language_reinit();
 }
 
 } // namespace
@@ -86,9 +78,20 @@ bool use_language(const std::string &locale)
 
     const bool to_the_left = found && std::ranges::find(kRightToLeft, language_of(locale)) != kRightToLeft.end();
     elm_config_mirrored_set(to_the_left);
-    use_face(found ? locale : kEnglish);
+    tell_language(found ? without_encoding(locale) : kEnglish);
     show_script(found ? language_of(locale) : kEnglish);
     return found || language_of(locale) == language_of(kEnglish);
 }
 
 } // namespace vesk
+
+/* The toolkit draws Han characters in the forms of the locale's language, which differ in Japanese, Korean and Chinese.
+   The process's own locale stays one that every system has. To see it: a name with U+76F4 and U+9AA8 under ja_JP and
+   zh_CN. */
+extern "C" __attribute__((visibility("default"))) char *setlocale(int category, const char *locale) noexcept
+{
+    if (category == LC_MESSAGES && !locale && !vesk::told.empty())
+        return vesk::told.data();
+    static const auto next = reinterpret_cast<decltype(&setlocale)>(dlsym(RTLD_NEXT, "setlocale"));
+    return next(category, locale);
+}

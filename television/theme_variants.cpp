@@ -60,7 +60,7 @@ constexpr int kMiddle = 1130; /* of the list, at a scale of 1 */
 constexpr int kReach = 730;                 /* from the list's middle to the end of its popup */
 constexpr int kFloor = 76;                  /* under the popup, as much as the title takes above */
 constexpr int kHighest = 712;               /* the details with a heading of two lines */
-constexpr double kGreatestTallScale = 1.17; /* 820 of the list, and the margins */
+constexpr double kGreatestTallScale = 1.15; /* 820 of the list, and the margins */
 
 double scale_now = 1.0;
 int middle_now = kMiddle;
