@@ -2,8 +2,8 @@
 
 #include "television/efl/contrast.h"
 #include "television/efl/focus.h"
-#include "television/efl/list_sizes.h"
 #include "television/efl/places.h"
+#include "television/efl/sizes.h"
 #include "television/efl/texts.h"
 #include "television/reader/reader.h"
 
@@ -22,6 +22,7 @@ void begin(Evas_Object *window)
     watch = ecore_idle_enterer_before_add(
         [](void *) -> Eina_Bool {
             scale_lists_once();
+            fit_popups();
             const bool rests = keep_focus();
             show_focus();
             if (rests)
