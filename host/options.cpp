@@ -13,6 +13,7 @@
 #include "desktop/text.h"
 #include "remote_script.h"
 #include "television/share.h"
+#include "television/theme_variants.h"
 #include "television/toolkit.h"
 
 namespace vesk {
@@ -41,8 +42,8 @@ void check_scale(const std::string &text)
     double scale = 0.0;
     const auto *end = text.data() + text.size();
     const auto result = std::from_chars(text.data(), end, scale);
-    if (result.ec != std::errc() || result.ptr != end || !(scale >= 0.5 && scale <= 2.0))
-        throw std::runtime_error("unknown scale " + vesk_port::in_quotes(text) + "; use a number from 0.5 to 2");
+    if (result.ec != std::errc() || result.ptr != end || !(scale >= kLeastScale && scale <= kGreatestScale))
+        throw std::runtime_error("unknown scale " + vesk_port::in_quotes(text) + "; use a number from 0.5 to 1.5");
 }
 
 std::vector<std::string> words_of(const std::string &text)
@@ -81,7 +82,7 @@ std::optional<Options> read_options(int argc, char **argv, int &exit_code)
     program.add_flag("--high-contrast", options.high_contrast, "black, white and one accent");
     program.add_flag("--screen-reader", options.screen_reader, "speaks what has the focus");
     program.add_option("--transcript", options.transcript, "spoken texts into a file")->type_name("FILE");
-    program.add_option("--scale", options.scale, "magnification of the texts, 0.5 to 2")
+    program.add_option("--scale", options.scale, "magnification of the screen, 0.5 to 1.5")
         ->check(readable(check_scale))
         ->type_name("N");
     program.add_option("--devices", options.devices, "device database, instead of the user's")->type_name("FILE");

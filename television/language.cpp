@@ -5,11 +5,13 @@
 #include <array>
 #include <clocale>
 #include <cstdlib>
+#include <dlfcn.h>
 #include <filesystem>
 #include <string_view>
 #include <vector>
 
 #include "desktop/paths.h"
+#include "television/theme_variants.h"
 
 namespace vesk {
 
@@ -53,6 +55,15 @@ bool has_catalogue(const std::string &name)
     return std::filesystem::exists(vesk_port::share_folder() / "locale" / name / "LC_MESSAGES" / "ug-VeskUG-efl.mo");
 }
 
+/* What the toolkit is told when it asks for the locale of the texts. */
+std::string told;
+
+void tell_language(const std::string &locale)
+{
+    told = locale;
+    evas_language_reinit();
+}
+
 } // namespace
 
 bool use_language(const std::string &locale)
@@ -66,6 +77,8 @@ bool use_language(const std::string &locale)
     setlocale(LC_ALL, "C.UTF-8");
 
     elm_config_mirrored_set(places_from_right_to_left(locale));
+    tell_language(found ? without_encoding(locale) : kEnglish);
+    show_script(found ? language_of(locale) : kEnglish);
     return found || language_of(locale) == language_of(kEnglish);
 }
 
@@ -75,3 +88,14 @@ bool places_from_right_to_left(const std::string &locale)
 }
 
 } // namespace vesk
+
+/* The toolkit draws Han characters in the forms of the locale's language, which differ in Japanese, Korean and Chinese.
+   The process's own locale stays one that every system has. To see it: a name with U+76F4 and U+9AA8 under ja_JP and
+   zh_CN. */
+extern "C" __attribute__((visibility("default"))) char *setlocale(int category, const char *locale) noexcept
+{
+    if (category == LC_MESSAGES && !locale && !vesk::told.empty())
+        return vesk::told.data();
+    static const auto next = reinterpret_cast<decltype(&setlocale)>(dlsym(RTLD_NEXT, "setlocale"));
+    return next(category, locale);
+}

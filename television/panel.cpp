@@ -138,7 +138,7 @@ void Panel::tell_visible(bool visible) const
 
 void Panel::show_programme()
 {
-    programme_ = evas_object_image_filled_add(canvas());
+    programme_ = evas_object_image_add(canvas());
     evas_object_image_file_set(programme_, (vesk_port::share_folder() / "pictures" / "programme.png").c_str(), nullptr);
     evas_object_pass_events_set(programme_, EINA_TRUE);
     evas_object_layer_set(programme_, EVAS_LAYER_MIN + 1);
@@ -148,8 +148,29 @@ void Panel::show_programme()
 void Panel::take_form()
 {
     const bool compact = portrait_ && is_board();
-    show_form(!portrait_ ? Form::wide : compact ? Form::compact : Form::tall);
+    const Form form = !portrait_ ? Form::wide : compact ? Form::compact : Form::tall;
+    const double scale = fitting_scale(form, toolkit_.options().scale);
+    show_form(form, scale);
+    if (toolkit_.options().scale != 1.0)
+        elm_config_scale_set(kBaseScale * scale);
     elm_object_scale_set(window_, compact ? kCompactScale : 1.0);
+}
+
+/* As much of the picture as the panel's proportions take, from its middle. */
+void Panel::crop_programme()
+{
+    int picture_width = 0;
+    int picture_height = 0;
+    evas_object_image_size_get(programme_, &picture_width, &picture_height);
+    evas_object_resize(programme_, width(), height());
+    if (picture_width == 0 || picture_height == 0)
+        return;
+    const double scale =
+        std::max(width() / static_cast<double>(picture_width), height() / static_cast<double>(picture_height));
+    const int shown_width = static_cast<int>(picture_width * scale + 0.5);
+    const int shown_height = static_cast<int>(picture_height * scale + 0.5);
+    evas_object_image_fill_set(programme_, (width() - shown_width) / 2, (height() - shown_height) / 2, shown_width,
+                               shown_height);
 }
 
 /* The whole panel in the middle of the window, in its own proportions. */
@@ -168,7 +189,7 @@ void Panel::fit()
     top = (window_height - shown_height) / 2;
     evas_object_move(picture_, left, top);
     evas_object_resize(picture_, shown_width, shown_height);
-    evas_object_resize(programme_, width(), height());
+    crop_programme();
 }
 
 Evas *Panel::canvas() const

@@ -98,6 +98,7 @@ private:
     void show_programme();
     void tell_visible(bool visible) const;
     void take_form();
+    void crop_programme();
     void fit();
     void resize_window(int width, int height);
     void touch(int x, int y);

@@ -224,7 +224,7 @@ Toolkit::Toolkit(const ToolkitOptions &options) : options_(options)
 
     elm_policy_set(ELM_POLICY_QUIT, ELM_POLICY_QUIT_NONE);
     elm_config_preferred_engine_set(preferred_engine(options_));
-    elm_config_scale_set(2.0 * options_.scale);
+    elm_config_scale_set(kBaseScale * options_.scale);
     scroll_by_finger();
     if (!options_.animations)
         stop_motion();

@@ -7,6 +7,9 @@
 
 namespace vesk {
 
+/* The toolkit's scale for which the theme's sizes are pixels; the module names the same base for its own. */
+constexpr double kBaseScale = 2.0;
+
 struct ToolkitOptions {
     bool display = false;      /* draw on the X11 or Wayland display; otherwise off-screen */
     bool animations = true;    /* false: nothing moves, every change is there with the next frame */

@@ -8,7 +8,8 @@ target_include_directories(vesk_screen_test PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/s
 target_link_libraries(vesk_screen_test PUBLIC vesk_module_objects vesk_television vesk_port GTest::gmock PRIVATE vesk_warnings)
 # The spy has functions of names that the television has functions for, too.
 target_link_options(vesk_screen_test INTERFACE
-  LINKER:--wrap=elm_object_focus_set LINKER:--wrap=elm_object_focus_allow_set LINKER:--wrap=evas_object_focus_set)
+  LINKER:--wrap=elm_object_focus_set LINKER:--wrap=elm_object_focus_allow_set LINKER:--wrap=evas_object_focus_set
+  LINKER:--wrap=elm_object_style_set)
 
 function(vesk_add_screen_test name)
   vesk_add_test(${name} LABEL screen LIBRARIES vesk_screen_test ${ARGN})
@@ -19,10 +20,14 @@ endfunction()
 
 file(GLOB SCREEN_TESTS CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/screen/*_test.cpp)
 set(WALK ${CMAKE_CURRENT_SOURCE_DIR}/screen/walk_test.cpp)
-list(REMOVE_ITEM SCREEN_TESTS ${WALK})
+set(SCALE ${CMAKE_CURRENT_SOURCE_DIR}/screen/scale_test.cpp)
+list(REMOVE_ITEM SCREEN_TESTS ${WALK} ${SCALE})
 vesk_add_screen_test(screen_test SHARDS 12 SOURCES ${SCREEN_TESTS})
 set_source_files_properties(${CMAKE_CURRENT_SOURCE_DIR}/screen/states_test.cpp PROPERTIES
   COMPILE_DEFINITIONS STATES_DOCUMENT="${PROJECT_SOURCE_DIR}/docs/states.md")
 
 # Two parts of the walk look for leaks under the sanitizers, since that takes twice as long.
 vesk_add_screen_test(screen_walk_test SHARDS 10 LEAK_SHARDS 2 SOURCES ${WALK})
+
+# The toolkit starts once in a process, with one scale.
+vesk_add_screen_test(screen_scale_test SOURCES ${SCALE})

@@ -35,7 +35,9 @@ librsvg2-bin              pictures
 webp                      pictures
 fontconfig                fonts
 fonts-noto-core           fonts: Latin, Arabic, Hebrew, Devanagari and more
+fonts-noto-ui-core        fonts: Arabic, Devanagari and Thai with lines as high as Latin ones
 fonts-noto-cjk            fonts: Chinese, Japanese, Korean
+fonts-symbola             fonts: emoji in one colour, in the names of devices
 EOF
 }
 

@@ -180,8 +180,7 @@ void elm_access_info_cb_set(Evas_Object *object, int type, Elm_Access_Info_Cb ca
     PASS_ON(elm_access_info_cb_set, object, type, callback, data);
 }
 
-/* Weak: a test that wants what the module says at once has a function of its own in this one's place. */
-__attribute__((weak)) void elm_access_say(const char *text)
+void elm_access_say(const char *text)
 {
     if (text)
         vesk_port::fenced(__func__, [text] { vesk::say_at_once(text); });

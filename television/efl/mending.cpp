@@ -1,6 +1,8 @@
 #include "television/efl/mending.h"
 
 #include "desktop/fence.h"
+#include "television/efl/sizes.h"
+#include "television/efl/texts.h"
 #include "television/reader/reader.h"
 
 namespace vesk::efl {
@@ -14,6 +16,7 @@ Mending *present = nullptr;
 Mending::Mending(Evas_Object *window) : widgets(window)
 {
     present = this;
+    begin_texts();
     watch_ = ecore_idle_enterer_before_add(
         [](void *self) -> Eina_Bool {
             vesk_port::fenced("before the rest", [self] { static_cast<Mending *>(self)->before_rest(); });
@@ -35,6 +38,8 @@ Mending *Mending::current()
 
 void Mending::before_rest()
 {
+    scale_lists_once(widgets);
+    fit_popups(widgets);
     const bool rests = focus.keep();
     focus.show();
     if (auto *reader = Reader::current(); reader && rests)

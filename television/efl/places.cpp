@@ -29,6 +29,11 @@ namespace {
 constexpr int kMargin = 24;
 constexpr int kTurns = 4;
 constexpr std::array<std::string_view, 6> kPlain{"image", "line", "polygon", "rectangle", "text", "textblock"};
+constexpr char kGrown[] = "vesk.grown"; /* on a popup: it has been given the height of the magnification */
+/* Of the numbers that a module places a popup by: the first is pixels at every scale, the others grow with it. */
+constexpr int kRise = 93; /* the popup's top above the row's bottom, less kDrop */
+constexpr int kDrop = 15;
+constexpr int kRowEnd = 80; /* between the popup's end and the row's */
 
 Eina_Rectangle area_of(const Evas_Object *object)
 {
@@ -53,6 +58,11 @@ bool language_is_mirrored()
 {
     const std::unique_ptr<char, decltype(&std::free)> locale(vconf_get_str(vesk_port::kLanguageSetting.key), std::free);
     return locale && places_from_right_to_left(locale.get());
+}
+
+int rounded(double value)
+{
+    return static_cast<int>(std::lround(value));
 }
 
 /* The nearest place to `wanted` for something of that length on the panel. */
@@ -122,25 +132,34 @@ Eina_Rectangle Places::row_area(const Evas_Object *popup) const
     return area;
 }
 
-/* Where the content is meant to be: what the module's numbers come to in this form of the panel. */
-Places::Point Places::meant(const Eina_Rectangle &frame, const Eina_Rectangle &content, const Eina_Rectangle &row)
+/* What a popup from left to right has to move by, whose numbers are meant for a magnification of 1. Where it has the
+   panel's size, it is placed by its middle. */
+Places::Point Places::magnified(bool whole) const
 {
     const auto panel = area_of(widgets_.window());
-    const double scale = elm_object_scale_get(widgets_.window());
-    const bool wide = panel.w >= list_middle_;
-    Point place{content.x, content.y};
+    const double more = shown_scale() - 1.0;
+    return {rounded(whole ? panel.w / 2.0 * more : 0.0), rounded(((whole ? panel.h / 2.0 : 0.0) - kRise) * more)};
+}
+
+/* Where the content is meant to be: what the module's numbers come to in this form and magnification of the panel. */
+Places::Point Places::meant(const Eina_Rectangle &frame, const Eina_Rectangle &content, const Eina_Rectangle &row)
+{
+    const double scale = shown_scale();
+    const double drawn = scale * elm_object_scale_get(widgets_.window());
+    const bool whole = frame.w == area_of(widgets_.window()).w;
     numbers_are_mirrored_ = numbers_are_mirrored_ || language_is_mirrored();
-    if (numbers_are_mirrored_) {
-        place.x += wide ? 0 : panel.w - 2 * list_middle_;
-        if (frame.w == panel.w) {
-            /* Pixels from the row's first end, and from its lower edge. */
-            const int right = place.x - (content.x - frame.x) - row.x;
-            const int down = frame.y - row.y - row.h;
-            place.x = row.x + static_cast<int>(std::lround((right + content_inset_) * scale));
-            place.y = row.y + row.h + static_cast<int>(std::lround(down * scale));
-        }
+    if (!numbers_are_mirrored_) {
+        const Point moved = magnified(whole);
+        return {content.x + moved.x, content.y + moved.y};
     }
-    return place;
+    const int mirrored = 2 * (list_middle() - list_middle_);
+    if (!whole)
+        return {content.x + mirrored + rounded(kRowEnd * (drawn - 1.0)),
+                content.y + rounded(kRise - kDrop * scale - (kRise - kDrop) * drawn)};
+    /* Pixels from the row's first end, and from its lower edge. */
+    const int right = frame.x + mirrored - row.x;
+    const double down = frame.y - row.y - row.h - kDrop * (scale - 1.0);
+    return {row.x + rounded((right + content_inset_) * drawn), row.y + row.h + rounded(down * drawn)};
 }
 
 Places::Point Places::on_panel(Point content, const Eina_Rectangle &size) const
@@ -167,6 +186,19 @@ void Places::place(Evas_Object *popup, const Eina_Rectangle &frame, const Eina_R
     const Point moved{frame.x + place.x - content.x, frame.y + place.y - content.y};
     if (moved != Point{frame.x, frame.y})
         evas_object_move(popup, moved.x, moved.y);
+}
+
+/* A module takes the height of a popup of its own size by the window's scale alone. Returns whether the popup has to be
+   laid out anew. */
+bool Places::grow(Evas_Object *popup, const Eina_Rectangle &frame) const
+{
+    if (shown_scale() == 1.0 || frame.w == area_of(widgets_.window()).w || evas_object_data_get(popup, kGrown))
+        return false;
+    evas_object_data_set(popup, kGrown, popup);
+    evas_object_resize(popup, frame.w, rounded(frame.h * shown_scale()));
+    evas_smart_objects_calculate(evas_object_evas_get(popup));
+    ecore_job_add([](void *) {}, nullptr);
+    return true;
 }
 
 /* Asking for a row's area makes the canvas draw, so that is done only until nothing has moved for a while. */
@@ -196,8 +228,8 @@ void Places::follow(Evas_Object *popup, const Eina_Rectangle &frame, const Eina_
     const auto row = row_area(popup);
     Point place{content.x, content.y};
     if (last_.beside_row && row.w > 0) {
-        place.x = row.x + static_cast<int>(std::lround(last_.right * scale));
-        place.y = row.y + static_cast<int>(std::lround(last_.down * scale));
+        place.x = row.x + rounded(last_.right * scale);
+        place.y = row.y + rounded(last_.down * scale);
     }
     place = on_panel(place, content);
     if (place != Point{content.x, content.y})
@@ -217,7 +249,7 @@ void Places::keep_on_panel()
     if (popup == last_.popup) {
         if (!rests(frame, content))
             follow(popup, frame, content);
-    } else if (frame.x != 0 || frame.y != 0) {
+    } else if ((frame.x != 0 || frame.y != 0) && !grow(popup, frame)) {
         place(popup, frame, content);
     }
 }

@@ -39,6 +39,8 @@ private:
     Elm_Object_Item *row_below(const Evas_Object *popup) const;
     Eina_Rectangle row_area(const Evas_Object *popup) const;
     Point meant(const Eina_Rectangle &frame, const Eina_Rectangle &content, const Eina_Rectangle &row);
+    Point magnified(bool whole) const;
+    bool grow(Evas_Object *popup, const Eina_Rectangle &frame) const;
     Point on_panel(Point content, const Eina_Rectangle &size) const;
     void remember(Evas_Object *popup, const Placed &placed);
     void place(Evas_Object *popup, const Eina_Rectangle &frame, const Eina_Rectangle &content);

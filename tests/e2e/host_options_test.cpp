@@ -51,10 +51,10 @@ TEST_F(HostOptions, WrongValuesAreNamedWithWhatIsAllowed)
     expect_refused({"--product", "radio"}, 2, "\"radio\"");
     expect_refused({"--product", "radio"}, 2, "television");
     expect_refused({"--orientation", "sideways"}, 2, "landscape or portrait");
-    expect_refused({"--scale", "nine"}, 2, "from 0.5 to 2");
-    for (const char *scale : {"nan", "inf", "-inf", "0.49", "2.01", "1e400", "-1"})
+    expect_refused({"--scale", "nine"}, 2, "from 0.5 to 1.5");
+    for (const char *scale : {"nan", "inf", "-inf", "0.49", "1.51", "1e400", "-1"})
         expect_refused({"--scale", scale}, 2,
-                       std::string("unknown scale \"") + scale + "\"; use a number from 0.5 to 2");
+                       std::string("unknown scale \"") + scale + "\"; use a number from 0.5 to 1.5");
     expect_refused({"--log-level", "loud"}, 2, "info, warning, error or off");
     expect_refused({"--keys", "Down Jump"}, 2, "unknown key \"Jump\"");
     expect_refused({"--keys", "wait:soon"}, 2, "wait:MILLISECONDS");

@@ -281,11 +281,11 @@ void elm_popup_align_set(Evas_Object *popup, double horizontal, double vertical)
     next(popup, horizontal, vertical);
 }
 
-Eina_Bool elm_object_style_set(Evas_Object *object, const char *style)
+Eina_Bool __real_elm_object_style_set(Evas_Object *object, const char *style);
+Eina_Bool __wrap_elm_object_style_set(Evas_Object *object, const char *style)
 {
-    BEHIND(elm_object_style_set);
-    note({__func__, object, style ? style : ""});
-    return next(object, style);
+    note({"elm_object_style_set", object, style ? style : ""});
+    return __real_elm_object_style_set(object, style);
 }
 
 /* --- Rows --- */
