@@ -1,0 +1,6 @@
+# scene: button-focused.television.wide.en_GB
+# finds: The focus cannot be seen on a button
+/group \{ name: "elm\/button\/base/,/^}/ {
+  s/color_class: "vesk\/focus";/color_class: "vesk\/button";/
+  s/color_class: "vesk\/focus-edge";/color_class: "vesk\/button-edge";/
+}
