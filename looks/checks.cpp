@@ -1,5 +1,7 @@
 #include "checks.h"
 
+#include <algorithm>
+
 #include "checks_common.h"
 #include "pixels.h"
 
@@ -10,13 +12,13 @@ namespace {
 constexpr double kCompact = 0.5625;
 constexpr double kReadable = 4.5;
 constexpr double kReadableInHighContrast = 7.0;
+constexpr int kTouch = 2; /* boxes of letters may meet by so much without the letters doing so */
+
 /* A name may be longer than what is seen of it. */
 Rect place_of(const Text &text)
 {
     return text.name ? text.shown : text.area;
 }
-
-constexpr int kTouch = 2; /* boxes of letters may meet by so much without the letters doing so */
 
 } // namespace
 
@@ -40,7 +42,9 @@ void check_texts(const Shown &scene, std::vector<Finding> &findings)
         const auto &text = texts[i];
         if (text.cut && !text.name)
             findings.push_back({"A text is cut: " + quoted(text) + ".", text.area});
-        if (!text.name && !text.shown.holds(text.area, -kTouch))
+        /* Lines are higher than their letters, in some scripts by much. */
+        const int spare = std::max(kTouch, text.area.h / 12);
+        if (!text.name && !text.shown.holds(text.area, -spare))
             findings.push_back({"A text is partly hidden: " + quoted(text) + ".", text.area});
         if (text.ground < 0)
             findings.push_back({"A text lies on no panel: " + quoted(text) + ".", text.area});

@@ -41,7 +41,7 @@ void check_size(const Shown &scene, const Drawn &picture, std::vector<Finding> &
 
 Rect inside(const Rect &box)
 {
-    return box.grown(-box.h * 22 / 100);
+    return box.grown(-box.h * 27 / 100);
 }
 
 /* How much of a box's inside stands out from it. */

@@ -171,7 +171,7 @@ void check_side(const Shown &scene, std::vector<Finding> &findings)
     const bool mirrored = scene.setting.right_to_left();
     const auto rows = device_rows(scene);
     const auto *main = ground_named(scene, kMainPanel);
-    const bool beside = !scene.setting.portrait || scene.setting.board();
+    const bool beside = !scene.setting.portrait;
     const auto check_order = [&](const Rect &first, const Rect &second, const char *what) {
         if (mirrored ? second.right() > first.x : second.x < first.right())
             findings.push_back({std::string(what) + " stands on the wrong side.", second});

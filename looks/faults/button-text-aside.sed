@@ -1,3 +1,3 @@
 # scene: confirmation.television.wide.en_GB
 # finds: off the middle
-/style \{ name: "button"/,/\}/ s/align=center/align=left/
+/wrap=mixed ellipsis=1.0/ s/align=center/align=left/

@@ -1,6 +1,3 @@
 # scene: toast.television.wide.en_GB
 # finds: The toast is
-/group \{ name: "elm\/notify\/center\/default"/,/^}/ {
-  /clip_to: "shown"/d
-  s/description \{ state: "default" 0.0; \}/description { state: "default" 0.0; rel1.offset: -700 -400; rel2.offset: -701 -401; }/
-}
+/group \{ name: "elm\/notify\/center\/default"/,/^}/ s/relative: 0.5 1.0/relative: 0.15 1.0/
