@@ -23,6 +23,7 @@ bench: packages-test build-release
 
 gallery: packages-test build-release
 	@$(RELEASE)/bin/vesk-gallery $(ARGS)
+	@$(RELEASE)/bin/vesk-gallery --faults
 
 soak: packages-test build-release
 	@$(RELEASE)/bin/screen_walk_test --steps $(or $(STEPS),200000) --seed $(or $(SEED),random)

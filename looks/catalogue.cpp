@@ -1,35 +1,34 @@
 #include "catalogue.h"
 
-#include <array>
-#include <cstdint>
-#include <fstream>
+#include <gio/gio.h>
+#include <stdexcept>
 
 namespace vesk::looks {
 
 namespace {
 
-/* The compiled form of a catalogue: a table of the ids' places, one of the texts', and the strings. The first entry,
-   with an empty id, says how the texts are encoded. */
+std::string quoted(const std::string &text)
+{
+    std::string result = "\"";
+    for (const char letter : text) {
+        if (letter == '"' || letter == '\\')
+            result += '\\';
+        result += letter;
+    }
+    return result + "\"";
+}
+
 void write_catalogue(const std::filesystem::path &file, const std::string &id, const std::string &text)
 {
-    const std::array<std::string, 4> strings{"", id, "Content-Type: text/plain; charset=UTF-8\n", text};
-    constexpr uint32_t header_words = 7;
-    constexpr uint32_t count = 2;
-    constexpr uint32_t entry_bytes = 8;
-    const auto ids = static_cast<uint32_t>(header_words * sizeof(uint32_t));
-    const uint32_t texts = ids + count * entry_bytes;
-    std::array<uint32_t, header_words + 2 * strings.size()> words{0x950412de, 0, count, ids, texts, 0, 0};
-    uint32_t place = texts + count * entry_bytes;
-    for (size_t i = 0; i < strings.size(); ++i) {
-        words[header_words + 2 * i] = static_cast<uint32_t>(strings[i].size());
-        words[header_words + 2 * i + 1] = place;
-        place += static_cast<uint32_t>(strings[i].size()) + 1;
-    }
-    std::ofstream out(file, std::ios::binary);
-    out.exceptions(std::ios::failbit | std::ios::badbit);
-    out.write(reinterpret_cast<const char *>(words.data()), sizeof words);
-    for (const auto &string : strings)
-        out.write(string.c_str(), static_cast<std::streamsize>(string.size()) + 1);
+    const auto source = "msgid \"\"\nmsgstr \"Content-Type: text/plain; charset=UTF-8\\n\"\n\nmsgid " + quoted(id) +
+                        "\nmsgstr " + quoted(text) + "\n";
+    g_autoptr(GError) error = nullptr;
+    g_autoptr(GSubprocess) msgfmt =
+        g_subprocess_new(G_SUBPROCESS_FLAGS_STDIN_PIPE, &error, "msgfmt", "--output-file", file.c_str(), "-", nullptr);
+    if (!msgfmt || !g_subprocess_communicate_utf8(msgfmt, source.c_str(), nullptr, nullptr, nullptr, &error) ||
+        !g_subprocess_wait_check(msgfmt, nullptr, &error))
+        throw std::runtime_error("msgfmt cannot write " + file.string() + ": " + error->message +
+                                 "; the package gettext has it.");
 }
 
 } // namespace

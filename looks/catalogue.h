@@ -8,7 +8,7 @@ namespace vesk::looks {
 
 /* Makes `folder` look like `share`, but for the catalogue of `language`, which says `text` for `id` and leaves every
    other text to the catalogue that the language shares with its neighbours ("de" for "de_DE"). Throws
-   std::filesystem::filesystem_error. */
+   std::runtime_error. */
 void replace_text(const std::filesystem::path &share, const std::filesystem::path &folder, const std::string &language,
                   const std::string &id, const std::string &text);
 

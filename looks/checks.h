@@ -30,10 +30,14 @@ Shown shown(Scene &scene);
 
 /* Each check appends what it finds. */
 void check_texts(const Shown &scene, std::vector<Finding> &findings);    /* whole, apart, on their ground */
-void check_focus(const Shown &scene, std::vector<Finding> &findings);    /* exactly one thing looks focused */
 void check_contrast(const Shown &scene, std::vector<Finding> &findings); /* 4.5:1, and 7:1 in high contrast */
-void check_places(const Shown &scene, std::vector<Finding> &findings); /* margins, the list, the drop-down, the side */
-void check_pictures(const Shown &scene, std::vector<Finding> &findings); /* found, and something to be seen */
+void check_focus(const Shown &scene, std::vector<Finding> &findings);    /* exactly one thing looks focused */
+void check_choices(const Shown &scene, std::vector<Finding> &findings);  /* what cannot be chosen looks so */
+void check_dimming(const Shown &scene, std::vector<Finding> &findings);  /* a panel behind another is darker */
+void check_places(const Shown &scene, std::vector<Finding> &findings);   /* margins, sides, the drop-down, the toast */
+void check_pictures(const Shown &scene, std::vector<Finding> &findings); /* found, to be seen, of a size that fits */
+void check_boxes(const Shown &scene, std::vector<Finding> &findings);    /* check boxes: in line, and what they say */
+void check_buttons(const Shown &scene, std::vector<Finding> &findings);  /* texts of buttons: in the middle, apart */
 
 /* All of them. */
 std::vector<Finding> check(const Shown &scene);

@@ -11,7 +11,9 @@ const Setting kTelevision{};
 const Setting kContrast{"television", false, "en_GB", true};
 const Setting kArabic{"television", false, "ar_AE", false};
 const Setting kTall{"television", true, "en_GB", false};
+const Setting kKorean{"television", false, "ko_KR", false};
 const Setting kBoard{"board", false, "en_GB", false};
+const Setting kBoardGerman{"board", false, "de_DE", false};
 const Setting kBoardTall{"board", true, "en_GB", false};
 
 } // namespace
@@ -31,6 +33,11 @@ const std::vector<Chosen> &reference_scenes()
         {"edit-board", "edit-all", kBoard},
         {"confirmation", "confirmation", kTelevision},
         {"details", "detail-two", kTelevision},
+        {"details-korean", "detail-two", kKorean},
+        {"edit-contrast", "edit-some", kContrast},
+        {"edit-board-german", "edit-none", kBoardGerman},
+        {"toast", "toast", kTelevision},
+        {"names", "names", kTelevision},
     };
     return scenes;
 }

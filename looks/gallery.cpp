@@ -5,7 +5,10 @@
 #include <cstdio>
 #include <exception>
 #include <filesystem>
+#include <iterator>
 #include <memory>
+#include <numeric>
+#include <set>
 #include <string>
 #include <unistd.h>
 #include <vector>
@@ -15,6 +18,8 @@
 #include "checks.h"
 #include "chosen.h"
 #include "desktop/output.h"
+#include "desktop/paths.h"
+#include "faults.h"
 #include "page.h"
 #include "scene.h"
 #include "workers.h"
@@ -36,55 +41,49 @@ struct Options {
     bool quick = false;
     fs::path references; /* where to renew them; empty: not at all */
     fs::path documents;  /* likewise for the documentation's pictures */
+    bool faults = false;
+    bool worker = false;
+    std::vector<std::string> command; /* this one, for the processes that draw */
 };
 
-struct SceneOf {
-    const State *state;
-    Setting setting;
-    std::string name() const { return scene_name(*state, setting); }
-};
+std::string name_of(const Setup &scene)
+{
+    return scene_name(*scene.state, scene.setting);
+}
 
 bool wanted(const std::string &name, const std::vector<std::string> &only)
 {
     return only.empty() || std::ranges::any_of(only, [&](const auto &part) { return name.find(part) != name.npos; });
 }
 
-std::vector<SceneOf> scenes_of(const Options &options)
+std::vector<Setup> scenes_of(const Options &options)
 {
-    std::vector<std::string> languages = options.languages.empty() ? gallery_languages() : options.languages;
-    if (options.quick && options.languages.empty())
-        languages = {"en_GB", "ar_AE"};
-    std::vector<SceneOf> scenes;
-    for (const auto &product : {"television", "board"}) {
-        for (const bool portrait : {false, true}) {
-            for (const auto &language : languages) {
-                for (const bool high_contrast : {false, true}) {
-                    if (options.quick && high_contrast)
-                        continue;
-                    for (const auto &state : states()) {
-                        SceneOf scene{&state, {product, portrait, language, high_contrast}};
-                        if (wanted(scene.name(), options.only))
-                            scenes.push_back(std::move(scene));
-                    }
-                }
-            }
-        }
-    }
+    auto scenes = usual_scenes(!options.languages.empty() ? options.languages
+                               : options.quick            ? std::vector<std::string>{"en_GB", "ar_AE"}
+                                                          : gallery_languages());
+    if (!options.quick && options.languages.empty())
+        std::ranges::move(further_scenes(vesk_port::share_folder()), std::back_inserter(scenes));
+    std::set<std::string> names;
+    std::erase_if(scenes, [&](const Setup &scene) {
+        return (options.quick && scene.setting.high_contrast) || !wanted(name_of(scene), options.only) ||
+               !names.insert(name_of(scene)).second;
+    });
     return scenes;
 }
 
-std::string picture_of(const SceneOf &scene)
+std::string picture_of(const Setup &scene)
 {
-    return "pictures/" + scene.name() + ".png";
+    return "pictures/" + name_of(scene) + ".png";
 }
 
-std::string thumbnail_of(const SceneOf &scene)
+std::string thumbnail_of(const Setup &scene)
 {
-    return "thumbnails/" + scene.name() + ".webp";
+    return "thumbnails/" + name_of(scene) + ".webp";
 }
 
-std::vector<std::string> draw(const SceneOf &scene, const fs::path &out)
+std::vector<std::string> draw(const Setup &scene, const fs::path &out)
 {
+    Stage::look.scale = scene.setting.scale;
     Scene show(*scene.state, scene.setting);
     const auto seen = shown(show);
     auto *canvas = show.panel().canvas();
@@ -122,6 +121,13 @@ private:
     bool terminal_ = isatty(STDOUT_FILENO) != 0;
 };
 
+std::vector<Fault> faults_of(const Options &options)
+{
+    auto faults = read_faults();
+    std::erase_if(faults, [&](const Fault &fault) { return !wanted(fault.name, options.only); });
+    return faults;
+}
+
 int make_gallery(const Options &options)
 {
     const auto begun = std::chrono::steady_clock::now();
@@ -139,18 +145,25 @@ int make_gallery(const Options &options)
         entries.push_back({scene.state, scene.setting, picture_of(scene), thumbnail_of(scene), {}});
     size_t with_findings = 0;
     Progress progress(scenes.size());
-    do_jobs(
-        scenes.size(), options.jobs, kSceneLimit, [&](size_t job) { return draw(scenes[job], options.out); },
-        [&](const JobResult &result) {
-            entries[result.job].findings = result.findings;
-            with_findings += !result.findings.empty();
-            progress.step(with_findings);
-        });
+    const auto take = [&](const JobResult &result) {
+        entries[result.job].findings = result.findings;
+        with_findings += !result.findings.empty();
+        progress.step(with_findings);
+    };
+    /* The toolkit of a process has one scale. */
+    for (const bool large : {false, true}) {
+        std::vector<size_t> jobs;
+        for (size_t i = 0; i < scenes.size(); ++i) {
+            if (large == (scenes[i].setting.scale > 1))
+                jobs.push_back(i);
+        }
+        do_jobs(jobs, {options.command, options.jobs, kSceneLimit}, take);
+    }
     write_page(options.out, entries);
 
     for (size_t i = 0; i < entries.size(); ++i) {
         for (const auto &finding : entries[i].findings)
-            std::printf("%s: %s\n", scenes[i].name().c_str(), finding.c_str());
+            std::printf("%s: %s\n", name_of(scenes[i]).c_str(), finding.c_str());
     }
     const auto seconds =
         std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - begun).count();
@@ -160,6 +173,68 @@ int make_gallery(const Options &options)
         return 0;
     std::printf("%zu with findings, marked in %s\n", with_findings, fs::absolute(options.out / "findings").c_str());
     return 1;
+}
+
+/* Shows each fault in a process of its own, since a toolkit has one theme, and the same scene without it. */
+int look_for_faults(const Options &options)
+{
+    const auto faults = faults_of(options);
+    if (faults.empty()) {
+        std::fprintf(stderr, "vesk-gallery: no fault's name contains what --only says; see looks/faults.\n");
+        return 1;
+    }
+    fs::create_directories(options.out / "faults");
+    std::vector<size_t> jobs(2 * faults.size());
+    std::iota(jobs.begin(), jobs.end(), size_t{0});
+    size_t wrong = 0;
+    do_jobs(jobs, {options.command, options.jobs, kSceneLimit, true}, [&](const JobResult &result) {
+        const auto &fault = faults[result.job / 2];
+        for (const auto &finding : result.findings)
+            std::printf("%s: %s\n", fault.name.c_str(), finding.c_str());
+        wrong += !result.findings.empty();
+    });
+    if (wrong == 0)
+        std::printf("%zu faults, each found\n", faults.size());
+    return wrong == 0 ? 0 : 1;
+}
+
+/* Even jobs show a fault, odd ones the same scene without it. */
+std::vector<std::string> show_fault(const Fault &fault, bool spoilt, const fs::path &out)
+{
+    std::unique_ptr<SpoiltTheme> theme;
+    if (spoilt) {
+        theme = std::make_unique<SpoiltTheme>(fault);
+        Stage::look.theme = theme->file();
+    }
+    Stage::look.scale = fault.scene.setting.scale;
+    Scene show(*fault.scene.state, fault.scene.setting);
+    const auto seen = shown(show);
+    const auto findings = check(seen);
+    const bool found = std::ranges::any_of(
+        findings, [&](const Finding &finding) { return finding.what.find(fault.finds) != std::string::npos; });
+    if (found == spoilt)
+        return {};
+    auto marked = seen.picture;
+    for (const auto &finding : findings)
+        marked.mark(finding.place);
+    marked.save(show.panel().canvas(), out / "faults" / (fault.name + ".png"));
+    if (!spoilt)
+        return {"\"" + fault.finds + "\" is found without it"};
+    std::vector<std::string> sentences{"\"" + fault.finds + "\" is not found"};
+    for (const auto &finding : findings)
+        sentences.push_back("found is: " + finding.what);
+    return sentences;
+}
+
+void work(const Options &options)
+{
+    if (options.faults) {
+        const auto faults = faults_of(options);
+        serve_jobs([&](size_t job) { return show_fault(faults.at(job / 2), job % 2 == 0, options.out); });
+    } else {
+        const auto scenes = scenes_of(options);
+        serve_jobs([&](size_t job) { return draw(scenes.at(job), options.out); });
+    }
 }
 
 /* Draws the pictures that are kept, each in the ending's format. */
@@ -176,6 +251,12 @@ void renew(const std::vector<Chosen> &scenes, const fs::path &folder, int shrink
 
 int run(const Options &options)
 {
+    if (options.worker) {
+        work(options);
+        return 0;
+    }
+    if (options.faults)
+        return look_for_faults(options);
     if (!options.references.empty())
         renew(reference_scenes(), options.references, kReferenceShrink, ".png");
     if (!options.documents.empty())
@@ -196,10 +277,9 @@ int main(int argc, char **argv)
         "Draws every state of the screen for every product, orientation, language and contrast, looks for what "
         "is wrong with it, and makes a page of the pictures. Ends with 1 when something is wrong."};
     app.add_option("--out", options.out, "folder of the page and its pictures")->capture_default_str();
-    app.add_option("--only", options.only, "only pictures whose name contains this, such as edit or board.tall.ar")
-        ->allow_extra_args(false);
-    app.add_option("--language", options.languages, "these languages instead of the usual five, such as fi_FI")
-        ->allow_extra_args(false);
+    app.add_option("--only", options.only,
+                   "only pictures whose name contains one of these, such as edit or board.tall.ar");
+    app.add_option("--language", options.languages, "these languages instead of the usual five, such as fi_FI");
     app.add_option("--jobs", options.jobs, "processes that draw")->capture_default_str()->check(CLI::Range(1, 64));
     app.add_flag("--quick", options.quick, "English and Arabic without high contrast");
     app.add_flag("--list", list, "name the pictures and draw none");
@@ -207,13 +287,18 @@ int main(int argc, char **argv)
                    "draw the reference pictures of the tests anew into this folder, and nothing else");
     app.add_option("--docs", options.documents,
                    "draw the documentation's pictures anew into this folder, and nothing else");
+    app.add_flag("--faults", options.faults, "spoil the theme in every way of looks/faults, and see that it is found");
+    app.add_flag("--worker", options.worker)->group(""); /* draws what it is told to on standard input */
     CLI11_PARSE(app, argc, argv);
+    options.command.assign(argv, argv + argc);
+    options.command.front() = fs::read_symlink("/proc/self/exe");
+    options.command.emplace_back("--worker");
 
     try {
         if (!list)
             return run(options);
         for (const auto &scene : scenes_of(options))
-            std::printf("%s\n", scene.name().c_str());
+            std::printf("%s\n", name_of(scene).c_str());
         return 0;
     } catch (const std::exception &error) {
         std::fprintf(stderr, "vesk-gallery: %s\n", error.what());

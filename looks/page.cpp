@@ -1,6 +1,8 @@
 #include "page.h"
 
+#include <algorithm>
 #include <fstream>
+#include <vector>
 
 #include <nlohmann/json.hpp>
 
@@ -41,7 +43,7 @@ constexpr char kBeforeData[] = R"(<!doctype html>
 const entries = )";
 
 constexpr char kAfterData[] = R"(;
-const axes = ["state", "product", "form", "language", "contrast"];
+const axes = ["state", "product", "form", "language", "contrast", "scale"];
 const chosen = {};
 const make = (name, text) => { const e = document.createElement(name); if (text) e.textContent = text; return e; };
 for (const axis of axes) {
@@ -56,7 +58,7 @@ for (const axis of axes) {
 const wrong = document.getElementById("wrong");
 wrong.onchange = show;
 function show() {
-  const seen = entries.filter(entry => axes.every(axis => !chosen[axis] || entry[axis] === chosen[axis]) &&
+  const seen = entries.filter(entry => axes.every(axis => !chosen[axis] || String(entry[axis]) === chosen[axis]) &&
                                        (!wrong.checked || entry.findings.length));
   document.getElementById("count").textContent = seen.length + " of " + entries.length;
   document.getElementById("sheet").replaceChildren(...seen.map(entry => {
@@ -90,13 +92,19 @@ show();
 void write_page(const std::filesystem::path &folder, const std::vector<PageEntry> &entries)
 {
     auto data = nlohmann::json::array();
-    for (const auto &entry : entries) {
+    std::vector<const PageEntry *> sorted; /* those with findings first */
+    for (const auto &entry : entries)
+        sorted.push_back(&entry);
+    std::ranges::stable_partition(sorted, [](const PageEntry *entry) { return !entry->findings.empty(); });
+    for (const auto *shown : sorted) {
+        const auto &entry = *shown;
         data.push_back({{"state", entry.state->name},
                         {"title", entry.state->title},
                         {"product", entry.setting.product},
                         {"form", entry.setting.portrait ? "portrait" : "landscape"},
                         {"language", entry.setting.language},
                         {"contrast", entry.setting.high_contrast ? "high" : "normal"},
+                        {"scale", entry.setting.scale},
                         {"picture", entry.picture},
                         {"thumbnail", entry.thumbnail},
                         {"findings", entry.findings}});

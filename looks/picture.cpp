@@ -30,15 +30,21 @@ Color unpacked(uint32_t pixel)
     return {static_cast<int>(pixel >> 16 & 0xff), static_cast<int>(pixel >> 8 & 0xff), static_cast<int>(pixel & 0xff)};
 }
 
-double linear(int channel)
+/* Of every value that a channel can have: whole pictures are measured. */
+std::array<double, 256> linear_values()
 {
-    const double value = channel / 255.0;
-    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    std::array<double, 256> values{};
+    for (size_t channel = 0; channel < values.size(); ++channel) {
+        const double value = static_cast<double>(channel) / 255.0;
+        values[channel] = value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    }
+    return values;
 }
 
-double luminance(Color color)
+double linear(int channel)
 {
-    return 0.2126 * linear(color.red) + 0.7152 * linear(color.green) + 0.0722 * linear(color.blue);
+    static const auto values = linear_values();
+    return values[static_cast<size_t>(channel)];
 }
 
 /* Brightness and two differences of colour, all about 0 to 255, as in television signals. */
@@ -169,6 +175,11 @@ void Picture::mark(const Rect &place)
                 set(x, y, kMark);
         }
     }
+}
+
+double luminance(Color color)
+{
+    return 0.2126 * linear(color.red) + 0.7152 * linear(color.green) + 0.0722 * linear(color.blue);
 }
 
 double contrast(Color a, Color b)

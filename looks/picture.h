@@ -75,6 +75,9 @@ private:
     std::vector<uint32_t> pixels_; /* 0xAARRGGBB */
 };
 
+/* How bright a colour is, from 0 to 1. */
+double luminance(Color color);
+
 /* The contrast of two colours as the accessibility guidelines count it, from 1 to 21. */
 double contrast(Color a, Color b);
 

@@ -33,10 +33,14 @@ ToolkitOptions without_motion()
 {
     ToolkitOptions options;
     options.animations = false;
+    options.scale = Stage::look.scale;
+    options.theme = Stage::look.theme;
     return options;
 }
 
 } // namespace
+
+Stage::Look Stage::look;
 
 Stage::Stage() : share_(vesk_port::share_folder())
 {
@@ -71,6 +75,8 @@ std::filesystem::path Stage::next_folder()
 
 Scene::Scene(const State &state, const Setting &setting) : state_(state), setting_(setting)
 {
+    if (setting.scale != Stage::look.scale)
+        throw std::runtime_error("The scene " + name() + " wants another scale than the toolkit has.");
     auto &stage = Stage::here();
     const auto folder = stage.next_folder();
     prepare_television(folder);

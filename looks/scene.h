@@ -15,6 +15,13 @@ namespace vesk::looks {
    scenes may follow each other on it. */
 class Stage {
 public:
+    /* How the toolkit of this process draws; to be set before the first call of here. */
+    struct Look {
+        double scale = 1;
+        std::filesystem::path theme; /* empty: the one that is built */
+    };
+    static Look look;
+
     /* The one of this process, made with the first call. */
     static Stage &here();
 
@@ -43,7 +50,7 @@ private:
 class Scene {
 public:
     /* Shows `state` and lets the screen come to rest. Throws std::runtime_error with a sentence when the module ends,
-       or refuses to start, on the way there. */
+       or refuses to start, on the way there, and when the stage has another scale than `setting`. */
     Scene(const State &state, const Setting &setting);
     ~Scene();
     Scene(const Scene &) = delete;

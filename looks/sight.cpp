@@ -128,6 +128,12 @@ private:
             return;
         ++depth_;
         const auto outer_ground = ground_;
+        const auto outer_list = list_;
+        auto *const outer_widget = widget_;
+        if (is_of_type(object, "elm_button") || is_of_type(object, "elm_check"))
+            widget_ = object;
+        else if (is_of_type(object, "elm_genlist"))
+            enter_list(object);
         const bool drawing = is_of_type(object, "edje");
         if (drawing)
             enter(object);
@@ -146,6 +152,39 @@ private:
         if (drawing)
             drawings_.pop_back();
         ground_ = outer_ground;
+        list_ = outer_list;
+        widget_ = outer_widget;
+    }
+
+    void enter_list(Evas_Object *object)
+    {
+        widget_ = object;
+        list_ = static_cast<int>(sight_.lists.size());
+        List list{area_of(object), {}, false, ground_};
+        Rect all;
+        elm_scroller_child_size_get(object, &all.w, &all.h);
+        list.longer = all.h > list.area.h * 11 / 10; /* rows round up where they are scaled */
+        sight_.lists.push_back(list);
+    }
+
+    /* What the toolkit knows of a row, which it knows by its place. */
+    void ask_row(Drawing &row) const
+    {
+        row.list = list_;
+        auto *item =
+            elm_genlist_at_xy_item_get(widget_, row.shown.x + row.shown.w / 2, row.shown.y + row.shown.h / 2, nullptr);
+        if (!item)
+            return;
+        row.focused = elm_object_focus_get(widget_) && elm_object_item_focus_get(item);
+        row.off = elm_object_item_disabled_get(item);
+        row.selected = elm_genlist_item_selected_get(item);
+    }
+
+    /* The module dims a button by taking the way to it away. */
+    void ask_button(Drawing &button) const
+    {
+        button.focused = elm_object_focus_get(widget_);
+        button.off = elm_object_disabled_get(widget_) || !elm_object_focus_allow_get(widget_);
     }
 
     void enter(Evas_Object *object)
@@ -158,6 +197,15 @@ private:
         drawing.area = area_of(object);
         drawing.shown = common(clipped(object, drawing.area), panel_);
         drawing.ground = ground_;
+        if (drawing.is_row() && list_ >= 0)
+            ask_row(drawing);
+        else if (drawing.is_button() && widget_)
+            ask_button(drawing);
+        else if (drawing.group.starts_with("elm/genlist/base/") && list_ >= 0)
+            sight_.lists[static_cast<size_t>(list_)].bar = drawing.part("elm.dragable.vbar");
+        else if (drawing.group.starts_with("elm/check/base/") && !drawings_.empty() && widget_)
+            sight_.checks.push_back(
+                {drawings_.back(), drawing.area, elm_check_state_get(widget_) != EINA_FALSE, false});
         drawings_.push_back(drawing);
         if (is_ground(drawing.group)) {
             ground_ = static_cast<int>(sight_.grounds.size());
@@ -177,7 +225,8 @@ private:
         const auto &within = drawings_.back();
         const bool name = within.group == "elm/genlist/item/C_TextItem_WhiteSingleline05/default" &&
                           edje_object_part_object_get(within.object, "elm.text") == object;
-        sight_.texts.push_back({words, within, letters, shown, cut, name, ground_, false});
+        const bool title = edje_object_part_object_get(within.object, "elm.text.title") == object;
+        sight_.texts.push_back({words, within, letters, shown, cut, name, ground_, false, title});
         depths_.push_back(depth_);
     }
 
@@ -205,12 +254,12 @@ private:
         elm_image_file_get(object, &file, nullptr);
         const Rect area = area_of(object);
         const Rect shown = clipped(object, area);
-        if (shown != area || area.empty())
+        if (shown != area || area.empty() || drawings_.empty())
             return; /* half scrolled away */
         int width = 0;
         int height = 0;
         elm_image_object_size_get(object, &width, &height);
-        sight_.pictures.push_back({file ? file : "", area, false, width > 0 && height > 0});
+        sight_.pictures.push_back({file ? file : "", drawings_.back(), area, false, width > 0 && height > 0});
         picture_depths_.push_back(depth_);
     }
 
@@ -224,12 +273,16 @@ private:
         return false;
     }
 
+    int grounds_depth(int ground) const { return ground < 0 ? 0 : sight_.grounds[static_cast<size_t>(ground)].depth; }
+
     void cover()
     {
         for (size_t i = 0; i < sight_.texts.size(); ++i)
             sight_.texts[i].covered = hidden_by_later_ground(sight_.texts[i].area, depths_[i], sight_.texts[i].ground);
         for (size_t i = 0; i < sight_.pictures.size(); ++i)
             sight_.pictures[i].covered = hidden_by_later_ground(sight_.pictures[i].area, picture_depths_[i], -1);
+        for (auto &check : sight_.checks)
+            check.covered = hidden_by_later_ground(check.area, grounds_depth(check.within.ground), check.within.ground);
     }
 
     Rect panel_;
@@ -237,7 +290,9 @@ private:
     std::vector<Drawing> drawings_; /* those around the object in hand, the innermost last */
     std::vector<int> depths_;       /* of the texts */
     std::vector<int> picture_depths_;
+    Evas_Object *widget_ = nullptr; /* the list, button or check box around the object in hand */
     int ground_ = -1;
+    int list_ = -1;
     int depth_ = 0;
 };
 
@@ -255,16 +310,6 @@ Rect Drawing::part(const char *part) const
     Rect place;
     edje_object_part_geometry_get(object, part, &place.x, &place.y, &place.w, &place.h);
     return {area.x + place.x, area.y + place.y, place.w, place.h};
-}
-
-bool Drawing::looks_focused() const
-{
-    return state(is_button() ? "ring" : "plate") == "focused";
-}
-
-bool Drawing::looks_off() const
-{
-    return is_button() ? state("plate") == "off" : state("elm.text") == "disabled";
 }
 
 Sight look_at(const Panel &panel)

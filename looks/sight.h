@@ -18,6 +18,12 @@ struct Drawing {
     Rect area;
     Rect shown;      /* what is left of it after clipping */
     int ground = -1; /* index in Sight::grounds of the one that it lies on */
+    int list = -1;   /* of a row: index in Sight::lists */
+
+    /* What the toolkit knows of the row or button, however it looks. */
+    bool focused = false;
+    bool off = false;      /* cannot be chosen or pressed */
+    bool selected = false; /* a row */
 
     /* The state of a part, empty when there is none of that name. */
     std::string state(const char *part) const;
@@ -26,9 +32,6 @@ struct Drawing {
 
     bool is_row() const { return group.starts_with("elm/genlist/item/"); }
     bool is_button() const { return group.starts_with("elm/button/base/"); }
-    bool looks_focused() const;
-    /* Dimmed or disabled. */
-    bool looks_off() const;
 };
 
 /* A ground that hides what lies under it: a popup's, or the toast's. */
@@ -47,14 +50,30 @@ struct Text {
     bool name;       /* a device's name, which may be too long */
     int ground = -1; /* index in Sight::grounds of the one that it lies on */
     bool covered;    /* wholly or partly under a later ground */
+    bool title;      /* of a panel */
 };
 
 /* A device's or service's picture, or a button's icon. */
 struct Drawn {
     std::string file;
+    Drawing within; /* the row or button that it belongs to */
     Rect area;
     bool covered;
     bool loaded;
+};
+
+struct Check {
+    Drawing within; /* the row that it belongs to */
+    Rect area;
+    bool on;
+    bool covered;
+};
+
+struct List {
+    Rect area;
+    Rect bar;    /* of the scroll bar, empty without one */
+    bool longer; /* has more than it can show */
+    int ground;  /* index in Sight::grounds */
 };
 
 struct Sight {
@@ -63,6 +82,8 @@ struct Sight {
     std::vector<Drawing> rows;
     std::vector<Drawing> buttons;
     std::vector<Drawn> pictures;
+    std::vector<Check> checks;
+    std::vector<List> lists;
 };
 
 /* Looks at a panel that is at rest. */

@@ -3,6 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <set>
 
 #include "television/language.h"
 
@@ -11,6 +15,15 @@ namespace vesk::looks {
 namespace {
 
 using vesk_port::Device;
+
+/* As a television knows them. */
+constexpr std::array<std::string_view, 5> kRightToLeft{"ar_AE", "ckb_IQ", "fa_IR", "he_IL", "ur_PK"};
+constexpr double kLargeScale = 1.25;
+
+constexpr std::string_view language_of(std::string_view locale)
+{
+    return locale.substr(0, locale.find('_'));
+}
 
 constexpr int kPhone = 1;
 constexpr int kTablet = 2;
@@ -86,6 +99,11 @@ std::vector<Device> two_services()
     return {device("Marta's phone", kPhone, true, "bw")};
 }
 
+std::vector<Device> tablet()
+{
+    return {device("Kitchen tablet", kTablet, true, "bw")};
+}
+
 std::vector<Device> no_service()
 {
     return {device("Headphones", kHeadphones, true, "b")};
@@ -152,6 +170,7 @@ const std::vector<State> &states()
          "of those which this television knows."},
         {"detail-one", "Details, one service", one_service, {"Return", "Down", "Down", "Return"}},
         {"detail-two", "Details, two services", two_services, {"Return", "Down", "Down", "Return"}},
+        {"detail-tablet", "Details of a tablet", tablet, {"Return", "Down", "Down", "Return"}},
         {"detail-none", "Details, no service", no_service, {"Return", "Down", "Down", "Return"}},
         {"names", "Short, long, Arabic, Hebrew and Korean names", names, {}},
         {"names-long-focused", "The longest name focused", names, {"Down"}},
@@ -177,10 +196,79 @@ const std::vector<std::string> &gallery_languages()
     return languages;
 }
 
+std::vector<std::string> all_languages(const std::filesystem::path &share)
+{
+    std::set<std::string, std::greater<>> names; /* "zh_TW" before "zh_HK" and "zh" */
+    for (const auto &folder : std::filesystem::directory_iterator(share / "locale"))
+        names.insert(folder.path().filename());
+    std::vector<std::string> languages;
+    std::set<std::string> catalogues;
+    for (const auto &name : names) {
+        std::ifstream file(share / "locale" / name / "LC_MESSAGES" / "ug-VeskUG-efl.mo", std::ios::binary);
+        if (!catalogues.insert({std::istreambuf_iterator<char>(file), {}}).second)
+            continue; /* a further folder for another one's texts */
+        const auto regional = std::ranges::find(kRightToLeft, name, language_of);
+        languages.emplace_back(regional != kRightToLeft.end() ? *regional : name);
+    }
+    std::ranges::sort(languages);
+    return languages;
+}
+
+std::vector<std::string> all_products(const std::filesystem::path &share)
+{
+    std::vector<std::string> products;
+    for (const auto &file : std::filesystem::directory_iterator(share / "profiles"))
+        products.push_back(file.path().stem());
+    std::ranges::sort(products);
+    return products;
+}
+
+std::vector<Setup> usual_scenes(const std::vector<std::string> &languages)
+{
+    std::vector<Setup> scenes;
+    for (const char *product : {"television", "board"}) {
+        for (const bool portrait : {false, true}) {
+            for (const auto &language : languages) {
+                for (const bool high_contrast : {false, true}) {
+                    for (const auto &state : states())
+                        scenes.push_back({&state, {product, portrait, language, high_contrast}});
+                }
+            }
+        }
+    }
+    return scenes;
+}
+
+std::vector<Setup> further_scenes(const std::filesystem::path &share)
+{
+    std::vector<Setup> scenes;
+    const auto add = [&](const char *state, const Setting &setting) { scenes.push_back({find_state(state), setting}); };
+    for (const auto &product : all_products(share)) {
+        add("six-rows", {product});
+        add("detail-two", {product});
+    }
+    for (const auto &language : all_languages(share)) {
+        for (const bool portrait : {false, true}) {
+            add("edit-none", {"board", portrait, language});
+            add("edit-all", {"board", portrait, language});
+            add("dropdown-allowed", {"television", portrait, language});
+            add("detail-two", {"television", portrait, language});
+        }
+        add("detail-tablet", {"television", false, language});
+    }
+    for (const char *product : {"television", "board"}) {
+        for (const bool portrait : {false, true}) {
+            for (const auto &state : states())
+                scenes.push_back({&state, {product, portrait, "en_GB", false, kLargeScale}});
+        }
+    }
+    return scenes;
+}
+
 std::string scene_name(const State &state, const Setting &setting)
 {
     return std::string(state.name) + "." + setting.product + (setting.portrait ? ".tall." : ".wide.") +
-           setting.language + (setting.high_contrast ? ".contrast" : "");
+           setting.language + (setting.high_contrast ? ".contrast" : "") + (setting.scale > 1 ? ".large" : "");
 }
 
 } // namespace vesk::looks

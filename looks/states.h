@@ -1,6 +1,7 @@
 #pragma once
 /* Every state of the screen that must look right, as a table: which devices there are and which keys lead there. */
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -36,6 +37,7 @@ struct Setting {
     bool portrait = false;
     std::string language = "en_GB";
     bool high_contrast = false;
+    double scale = 1; /* the user's magnification */
 
     bool board() const { return product == "board"; }
     bool compact() const { return portrait && board(); }
@@ -44,6 +46,26 @@ struct Setting {
 
 /* The languages of the gallery: the common one, a long one, another script, and two from right to left. */
 const std::vector<std::string> &gallery_languages();
+
+/* Every catalogue in a share folder, as a locale that it serves: "de", and "ar_AE", since a television tells the
+   direction of writing by the whole name. */
+std::vector<std::string> all_languages(const std::filesystem::path &share);
+
+/* The profiles in a share folder. */
+std::vector<std::string> all_products(const std::filesystem::path &share);
+
+/* A state and where it is shown. */
+struct Setup {
+    const State *state;
+    Setting setting;
+};
+
+/* Every state in these languages, in every form and contrast of the television and the board. */
+std::vector<Setup> usual_scenes(const std::vector<std::string> &languages);
+
+/* What the gallery shows besides: the states where room is short in every language of a share folder, each of its
+   products, and a larger scale. */
+std::vector<Setup> further_scenes(const std::filesystem::path &share);
 
 /* "edit-some.board.tall.ar.contrast": names the files of a state in a setting. */
 std::string scene_name(const State &state, const Setting &setting);

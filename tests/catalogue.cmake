@@ -1,7 +1,7 @@
 # The message catalogues: each by itself, all together, the check itself, and the look-up in what was built.
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 
-set(catalogues ${Python3_EXECUTABLE} -B ${PROJECT_SOURCE_DIR}/tools/catalogues.py)
+set(catalogues ${PROJECT_SOURCE_DIR}/tools/catalogues.py)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/po/LINGUAS)
 file(STRINGS ${PROJECT_SOURCE_DIR}/po/LINGUAS locales REGEX "^[^#]")
 

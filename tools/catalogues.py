@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Checks the message catalogues in po/, and keeps what is made from them up to date.
 
 check   every catalogue against the template, the module's sources and the room on the screen
@@ -7,11 +7,14 @@ merge   brings new, renamed and removed texts of the template into every catalog
 """
 
 import argparse
+import datetime
 import pathlib
 import re
 import subprocess
 import sys
 import unicodedata
+
+import polib
 
 LEAST_LANGUAGES = 40
 
@@ -68,10 +71,11 @@ BYTES = {
     "TV_SID_ALLOWED_SERVICES": 200,
 }
 SERVICE_ROW_BYTES = 255
+SERVICE_ROW_COLUMNS = 90  # two lines
 
 HEADER = {
     "Project-Id-Version": "VESK 1.0",
-    "PO-Revision-Date": "2025-01-01 00:00+0000",
+    "PO-Revision-Date": None,
     "Last-Translator": "The VESK project",
     "Language-Team": None,
     "Language": None,
@@ -82,54 +86,23 @@ HEADER = {
 }
 
 ID_IN_SOURCE = re.compile(r'"((?:COM|TV|PJT|SID)_[A-Z0-9_]+|REP\.DEVICE\.[A-Z]+)"')
-ESCAPES = {"n": "\n", "t": "\t", '"': '"', "\\": "\\"}
-
-
 class Problem(Exception):
     """An input that can't be read; the text names it and says what to do."""
 
 
-class Entry:
-    def __init__(self):
-        self.comments, self.flags, self.id, self.text, self.obsolete = [], set(), "", "", False
-
-
-def unquote(line, where):
-    match = re.fullmatch(r'"((?:[^"\\]|\\.)*)"', line)
-    if not match:
-        raise Problem(f"{where}: {line!r} is not a quoted text; close the quotes.")
-    return re.sub(r"\\(.)", lambda m: ESCAPES.get(m[1], m[1]), match[1])
-
-
 def read_catalogue(path):
-    """The title comment, the header text and the entries of a .po or .pot file, in their order."""
+    """A .po or .pot file: its header, its metadata and its entries in their order."""
     try:
-        lines = path.read_text(encoding="utf-8").splitlines()
+        text = path.read_text(encoding="utf-8")
     except (OSError, UnicodeDecodeError) as error:
         raise Problem(f"{path}: can't be read ({error}); it has to be a text file in UTF-8.") from error
-    entries, entry, field = [], Entry(), None
-    for number, line in enumerate(lines + [""], 1):
-        where = f"{path}:{number}"
-        if line.startswith("#~"):
-            entry.obsolete = True
-        elif line.startswith("#,"):
-            entry.flags.update(flag.strip() for flag in line[2:].split(","))
-        elif line.startswith("#"):
-            entry.comments.append(line)
-        elif line.startswith("msgid "):
-            field, entry.id = "id", unquote(line[6:], where)
-        elif line.startswith("msgstr "):
-            field, entry.text = "text", unquote(line[7:], where)
-        elif line.startswith('"') and field:
-            setattr(entry, field, getattr(entry, field) + unquote(line, where))
-        elif line:
-            raise Problem(f"{where}: {line!r} is not understood; catalogues here have msgid and msgstr alone.")
-        elif field or entry.obsolete:
-            entries.append(entry)
-            entry, field = Entry(), None
-    if not entries or entries[0].id:
+    try:
+        catalogue = polib.pofile(text, encoding="utf-8")
+    except OSError as error:
+        raise Problem(f"{path}: is not understood ({error}); msgfmt --check tells more.") from error
+    if not catalogue.metadata:
         raise Problem(f"{path}: has no header; begin it with an empty msgid as the other catalogues do.")
-    return entries[0], entries[1:]
+    return catalogue
 
 
 def columns(text):
@@ -144,7 +117,7 @@ class Catalogues:
         self.root = root
         self.po = root / "po"
         self.template_path = self.po / "ug-VeskUG-efl.pot"
-        _, self.template = read_catalogue(self.template_path)
+        self.template = read_catalogue(self.template_path)
 
     def locales(self):
         try:
@@ -152,6 +125,10 @@ class Catalogues:
         except OSError as error:
             raise Problem(f"{self.po / 'LINGUAS'}: can't be read ({error.strerror}).") from error
         return [line.strip() for line in lines if line.strip() and not line.startswith("#")]
+
+    def languages(self):
+        """The languages: some have a catalogue for each region or each script."""
+        return {re.split("[_@]", locale)[0] for locale in self.locales()}
 
     def path(self, locale):
         return self.po / f"{locale}.po"
@@ -176,7 +153,11 @@ class Catalogues:
         if len(locales) < LEAST_LANGUAGES:
             yield f"po/LINGUAS: {len(locales)} languages, at least {LEAST_LANGUAGES} are wanted"
 
-        ids = [entry.id for entry in self.template]
+        promise = f"texts in {len(self.languages())} languages"
+        if promise not in " ".join((self.root / "README.md").read_text(encoding="utf-8").split()):
+            yield f"README.md: does not say {promise!r}; bring its number up to date"
+
+        ids = [entry.msgid for entry in self.template]
         name = f"po/{self.template_path.name}"
         for identifier in sorted({i for i in ids if ids.count(i) > 1}):
             yield f"{name}: {identifier} stands there twice"
@@ -186,10 +167,10 @@ class Catalogues:
         for identifier in sorted(set(ids) - used):
             yield f"{name}: {identifier} is used by no source; remove it, then run tools/catalogues.py merge"
         for entry in self.template:
-            if not entry.comments:
-                yield f"{name}: {entry.id} has no comment for translators"
-            if ("no-c-format" in entry.flags) != (entry.id in WITH_ARGUMENT):
-                yield f"{name}: {entry.id}: the flag no-c-format belongs to the texts with an argument, and to them alone"
+            if not entry.comment:
+                yield f"{name}: {entry.msgid} has no comment for translators"
+            if ("no-c-format" in entry.flags) != (entry.msgid in WITH_ARGUMENT):
+                yield f"{name}: {entry.msgid}: the flag no-c-format belongs to the texts with an argument, and to them alone"
 
     def check_catalogue(self, locale):
         """What concerns one catalogue; the template is taken as right."""
@@ -201,33 +182,35 @@ class Catalogues:
         run = subprocess.run(["msgfmt", "--check", "-o", "/dev/null", path], capture_output=True, text=True, check=False)
         if run.returncode or run.stderr:
             yield f"{name}: msgfmt --check: {run.stderr.strip()}"
-        header, entries = read_catalogue(path)
-        yield from (f"{name}: {problem}" for problem in check_header(header, locale))
+        catalogue = read_catalogue(path)
+        yield from (f"{name}: {problem}" for problem in check_header(catalogue, locale))
 
-        wanted = {entry.id: entry for entry in self.template}
-        found = {entry.id: entry for entry in entries if not entry.obsolete}
+        wanted = {entry.msgid: entry for entry in self.template}
+        found = {entry.msgid: entry for entry in catalogue if not entry.obsolete}
         for identifier in wanted.keys() - found.keys():
             yield f"{name}: lacks {identifier}; run tools/catalogues.py merge and translate it"
         for identifier in found.keys() - wanted.keys():
             yield f"{name}: has {identifier}, which the template has not"
-        if any(entry.obsolete for entry in entries):
+        if catalogue.obsolete_entries():
             yield f"{name}: has texts that are commented out (#~); remove them"
         texts = {}
         for identifier, entry in found.items():
             if identifier not in wanted:
                 continue
-            if entry.comments != wanted[identifier].comments:
+            if entry.msgctxt or entry.msgid_plural:
+                yield f"{name}: {identifier}: has a context or a plural, which the look-up does not know; remove it"
+            if entry.comment != wanted[identifier].comment:
                 yield f"{name}: {identifier}: comments differ from the template's; run tools/catalogues.py merge"
             if "fuzzy" in entry.flags:
                 yield f"{name}: {identifier}: is marked fuzzy; look at the text, then remove the mark"
-            yield from (f"{name}: {identifier}: {problem}" for problem in check_text(identifier, entry.text))
-            texts[identifier] = entry.text
+            yield from (f"{name}: {identifier}: {problem}" for problem in check_text(identifier, entry.msgstr))
+            texts[identifier] = entry.msgstr
         if texts.keys() == wanted.keys():
             yield from (f"{name}: {problem}" for problem in check_texts_together(texts))
 
 
-def check_header(header, locale):
-    fields = dict(line.split(": ", 1) for line in header.text.splitlines() if ": " in line)
+def check_header(catalogue, locale):
+    fields = catalogue.metadata
     for field in fields.keys() - HEADER.keys():
         yield f"header: {field} does not belong there"
     for field, value in HEADER.items():
@@ -237,13 +220,25 @@ def check_header(header, locale):
             yield f"header: {field} has to be {value!r}"
     if fields.get("Language") != locale:
         yield f"header: Language is {fields.get('Language')!r}, the file is for {locale!r}"
-    if not language_names(header):
+    yield from check_revision(fields.get("PO-Revision-Date", ""))
+    if not language_names(catalogue):
         yield "first line: has to read '# NAME (OWN NAME) texts of VESK.' or '# NAME texts of VESK.'"
 
 
-def language_names(header):
+def check_revision(date):
+    try:
+        revised = datetime.datetime.strptime(date, "%Y-%m-%d %H:%M%z")
+    except ValueError:
+        yield f"header: PO-Revision-Date is {date!r}; write the time of the last change as 2026-01-31 12:00+0000"
+        return
+    if revised > datetime.datetime.now(datetime.timezone.utc):
+        yield f"header: PO-Revision-Date lies in the future: {date!r}"
+
+
+def language_names(catalogue):
     """English name and own name of the language, from the catalogue's first line; None when it is not there."""
-    match = re.fullmatch(r"# (.+?)(?: \(([^()]+(?:\([^()]+\))?)\))? texts of VESK\.", (header.comments or [""])[0])
+    match = re.fullmatch(r"(.+?)(?: \(([^()]+(?:\([^()]+\))?)\))? texts of VESK\.",
+                         catalogue.header.split("\n")[0].strip())
     return match and (match[1], match[2] or match[1])
 
 
@@ -285,6 +280,8 @@ def check_texts_together(texts):
                 row = f"{texts['TV_SID_SOUND_MIRRORING']} / {row}"
             if len(row.encode()) > SERVICE_ROW_BYTES:
                 yield f"{sentence}: takes {len(row.encode())} bytes, {SERVICE_ROW_BYTES} is the most: {row!r}"
+            if columns(row) > SERVICE_ROW_COLUMNS:
+                yield f"{sentence}: takes {columns(row)} columns, {SERVICE_ROW_COLUMNS} is the most: {row!r}"
 
 
 def table(catalogues):
@@ -292,16 +289,17 @@ def table(catalogues):
     total = len(catalogues.template)
     languages, texts = [], {}
     for locale in catalogues.locales():
-        header, entries = read_catalogue(catalogues.path(locale))
-        name, own_name = language_names(header) or (locale, locale)
-        texts[locale] = {entry.id: entry.text for entry in entries}
-        done = sum(1 for entry in entries if entry.text and "fuzzy" not in entry.flags and not entry.obsolete)
+        catalogue = read_catalogue(catalogues.path(locale))
+        name, own_name = language_names(catalogue) or (locale, locale)
+        texts[locale] = {entry.msgid: entry.msgstr for entry in catalogue}
+        done = len(catalogue.translated_entries())
         button = max((texts[locale].get(i, "") for i in BUTTONS), key=columns)
         languages.append((name, own_name, locale, f"{done * 100 // total} %", button, columns(button)))
     lines = [
         "# Languages",
         "",
-        f"{len(languages)} catalogues of {total} texts. Written by `tools/catalogues.py table`; don't edit it by hand.",
+        f"{len(catalogues.languages())} languages in {len(languages)} catalogues of {total} texts.",
+        "`tools/catalogues.py table` writes this; don't edit it by hand.",
         "",
         "A look-up tries the whole locale name, then the language alone: `de_AT` finds `de`. `po/CMakeLists.txt` names the",
         "further folders that serve a language with two catalogues. A width is in columns: a letter takes one, an East",

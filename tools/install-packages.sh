@@ -47,6 +47,7 @@ test_packages() {
 libgtest-dev              tests
 libgmock-dev              tests
 python3                   catalogue checks
+python3-polib             catalogue checks: reads catalogues
 binutils                  check of the module's symbols
 xvfb                      tests of the window
 EOF

@@ -189,7 +189,7 @@ std::string setting_value(const std::string &key, const std::string &word)
     }
     if (!choice.empty())
         throw PortError(-EINVAL, "\"" + escaped(word) + "\" is no value of " + escaped(key) + "; use " + choice + ".");
-    constexpr const char *locale_name = "^[a-z]{2,3}(_[A-Z]{2})?(\\.[A-Za-z0-9-]+)?\\z";
+    constexpr const char *locale_name = "^[a-z]{2,3}(_[A-Z]{2})?(\\.[A-Za-z0-9-]+)?(@[A-Za-z0-9]+)?\\z";
     if (key == kLanguageSetting.key &&
         !g_regex_match_simple(locale_name, word.c_str(), GRegexCompileFlags{}, GRegexMatchFlags{}))
         throw PortError(-EINVAL, "\"" + escaped(word) + "\" is no language; write it like en_GB or ar_AE.UTF-8.");

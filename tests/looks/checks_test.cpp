@@ -51,7 +51,7 @@ TEST_F(ChecksTest, ASecondFocusedRowIsFound)
 {
     const Shown seen = show("six-rows");
     ASSERT_THAT(found(check_focus, seen), IsEmpty());
-    const auto other = std::ranges::find_if_not(seen.sight.rows, &Drawing::looks_focused);
+    const auto other = std::ranges::find_if_not(seen.sight.rows, &Drawing::focused);
     ASSERT_NE(other, seen.sight.rows.end());
     edje_object_signal_emit(other->object, "elm,state,focused", "elm");
     scene_->panel().settle();
@@ -61,7 +61,7 @@ TEST_F(ChecksTest, ASecondFocusedRowIsFound)
 TEST_F(ChecksTest, AScreenWithoutFocusIsFound)
 {
     const Shown seen = show("six-rows");
-    const auto focused = std::ranges::find_if(seen.sight.rows, &Drawing::looks_focused);
+    const auto focused = std::ranges::find_if(seen.sight.rows, &Drawing::focused);
     ASSERT_NE(focused, seen.sight.rows.end());
     edje_object_signal_emit(focused->object, "elm,state,unfocused", "elm");
     scene_->panel().settle();

@@ -1,4 +1,4 @@
-/* Twelve scenes look as they did when their pictures were kept. A change of look is meant to fail here: look at it, and
+/* Some scenes look as they did when their pictures were kept. A change of look is meant to fail here: look at it, and
  * renew the pictures with vesk-gallery --renew-references tests/looks/references. */
 
 #include <algorithm>

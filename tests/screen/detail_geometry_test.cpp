@@ -314,7 +314,7 @@ TEST_F(GeometryTest, AHeadingThatFitsStandsInTheMiddle)
     open({});
     show();
     const DetailTable parts = this->parts();
-    EXPECT_EQ(text(parts.heading), heading_markup("center", 30, "Services that the selected device uses"));
+    EXPECT_EQ(text(parts.heading), heading_markup("center", 30, "Services used by the selected device"));
     const int width = logged_text_width();
     EXPECT_GT(width, 300) << "the text was measured";
     EXPECT_LE(width, 780);
@@ -376,7 +376,7 @@ TEST_F(GeometryTest, TheCompactHeadingIsSmallAndAtTheSide)
 {
     open({true}, true);
     show();
-    EXPECT_EQ(text(parts().heading), heading_markup("left", 17, "Services that the selected device uses"));
+    EXPECT_EQ(text(parts().heading), heading_markup("left", 17, "Services used by the selected device"));
     EXPECT_LE(logged_text_width(), 438);
     EXPECT_TRUE(text(parts().caption)
                     .starts_with("<align=left><font=CorvaneSans_400:style=Regular font_size=14 "
@@ -384,7 +384,7 @@ TEST_F(GeometryTest, TheCompactHeadingIsSmallAndAtTheSide)
     _close_button_cb(app(), nullptr, nullptr);
     gbReverse = true;
     show();
-    EXPECT_EQ(text(parts().heading), heading_markup("right", 17, "Services that the selected device uses"));
+    EXPECT_EQ(text(parts().heading), heading_markup("right", 17, "Services used by the selected device"));
 }
 
 TEST_F(GeometryTest, ACompactHeadingThatIsTooWideGrows)

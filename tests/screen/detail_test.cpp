@@ -14,7 +14,7 @@ using testing::ElementsAre;
 namespace {
 
 constexpr const char *kTitle = "View details";
-constexpr const char *kHeading = "Services that the selected device uses";
+constexpr const char *kHeading = "Services used by the selected device";
 constexpr const char *kCaption = "Allowed services";
 
 struct DetailTest : DetailsTest {

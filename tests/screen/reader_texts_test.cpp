@@ -124,12 +124,12 @@ TEST_F(ReaderTest, InEditModeEveryRowIsReadAsNotTicked)
     _editbutton_cb(app(), app()->edit_button, nullptr);
     panel().settle();
     ASSERT_TRUE(b_edit_status);
-    EXPECT_EQ(asked_row(row(app()->genlist, 0)), "Check box,Not ticked," + shown("One") + ",Allowed");
+    EXPECT_EQ(asked_row(row(app()->genlist, 0)), "Tick box,Not ticked," + shown("One") + ",Allowed");
     EXPECT_TRUE(b_check_tts) << "the introduction is still to come";
     _editbutton_cb(app(), app()->edit_button, nullptr);
     panel().settle();
     ASSERT_EQ(g_selected_count, 4);
-    EXPECT_EQ(asked_row(row(app()->genlist, 2)), "Check box,Not ticked," + shown("Three") + ",Denied");
+    EXPECT_EQ(asked_row(row(app()->genlist, 2)), "Tick box,Not ticked," + shown("Three") + ",Denied");
 }
 
 TEST_F(ReaderTest, ARowThatIsMissingIsReadWithoutItsTexts)
@@ -138,7 +138,7 @@ TEST_F(ReaderTest, ARowThatIsMissingIsReadWithoutItsTexts)
     EXPECT_EQ(taken(_list_reader(nullptr, nullptr)), "Device list,Items: 4,,");
     EXPECT_EQ(taken(_list_reader(nullptr, nullptr)), ",");
     b_edit_status = true;
-    EXPECT_EQ(taken(_list_reader(nullptr, nullptr)), "Check box,Not ticked,,");
+    EXPECT_EQ(taken(_list_reader(nullptr, nullptr)), "Tick box,Not ticked,,");
     b_edit_status = false;
 }
 

@@ -169,12 +169,12 @@ class Voice(Case):
         self.press("wait:500 Down wait:500 Right wait:500 Return wait:500 Return wait:500", "--screen-reader",
                    path=self.programs)
         self.assertEqual(self.said(), ["Device list,Items: 5,Nora's phone,Allowed", "거실 태블릿,Allowed", "Edit, Button",
-                                       "Select all, Button", "Check box,Ticked,거실 태블릿,Allowed"])
+                                       "Select all, Button", "Tick box,Ticked,거실 태블릿,Allowed"])
 
     def test_what_follows_an_announcement_waits_for_it(self):
         self.synthesiser("")
         self.press("Right wait:500 Return wait:1000", "--screen-reader", path=self.programs)
-        self.assertEqual(self.said()[-2:], ["Select all, Button", "Check box,Not ticked,Nora's phone,Allowed"])
+        self.assertEqual(self.said()[-2:], ["Select all, Button", "Tick box,Not ticked,Nora's phone,Allowed"])
 
 
 class Tool(Case):

@@ -19,9 +19,10 @@ class CatalogueCheck(unittest.TestCase):
         self.root = pathlib.Path(folder.name)
         for name in ("po", "src", "common", "docs"):
             shutil.copytree(ROOT / name, self.root / name)
+        shutil.copy(ROOT / "README.md", self.root)
 
     def run_tool(self, *arguments):
-        return subprocess.run([sys.executable, "-B", TOOL, "--root", self.root, *arguments],
+        return subprocess.run([TOOL, "--root", self.root, *arguments],
                               capture_output=True, text=True, check=False)
 
     def change(self, name, old, new):
@@ -107,6 +108,10 @@ class CatalogueCheck(unittest.TestCase):
         self.text("TV_SID_SOUND_MIRRORING", "Ton" * 80)
         self.assert_fails(["check", "de"], "SOUND_ON_PHONE: takes", "255 is the most")
 
+    def test_a_service_that_takes_more_than_two_lines(self):
+        self.text("PJT_SID_PLAY_MOBILE_CONTENT_TV", "Mobile Inhalte " * 6 + "auf %1")
+        self.assert_fails(["check", "de"], "PJT_SID_PLAY_MOBILE_CONTENT_TV: takes", "columns, 90 is the most")
+
     def test_an_action_that_reads_like_a_state(self):
         self.text("COM_SID_ALLOW", "Zugelassen")
         self.assert_fails(["check", "de"], "COM_SID_ALLOW and COM_SID_ALLOWED read the same")
@@ -129,13 +134,26 @@ class CatalogueCheck(unittest.TestCase):
         self.change("po/de.po", '"MIME-Version', '"X-Generator: Tool\\n"\n"MIME-Version')
         self.assert_fails(["check", "de"], "Language is 'fr'", "Last-Translator has to be", "X-Generator does not belong")
 
+    def test_a_date_of_revision_that_is_none_or_is_to_come(self):
+        self.change("po/de.po", "PO-Revision-Date: 2", "PO-Revision-Date: YEAR 2")
+        self.change("po/fr.po", "PO-Revision-Date: 2", "PO-Revision-Date: 9")
+        self.assert_fails(["check", "de", "fr"], "po/de.po: header: PO-Revision-Date is 'YEAR 2",
+                          "po/fr.po: header: PO-Revision-Date lies in the future")
+
+    def test_a_context_and_a_plural(self):
+        self.change("po/de.po", 'msgid "COM_SID_EDIT"', 'msgctxt "button"\nmsgid "COM_SID_EDIT"')
+        self.change("po/fr.po", 'msgid "TV_SID_MIX_ITEMS"\nmsgstr',
+                    'msgid "TV_SID_MIX_ITEMS"\nmsgid_plural "TV_SID_MIX_ITEMS"\nmsgstr[0] "%1"\nmsgstr[1]')
+        self.assert_fails(["check", "de", "fr"], "po/de.po: COM_SID_EDIT: has a context or a plural",
+                          "po/fr.po: TV_SID_MIX_ITEMS: has a context or a plural")
+
     def test_a_file_that_msgfmt_refuses(self):
         self.change("po/de.po", 'msgid "COM_SID_EDIT"', 'msgid "COM_SID_CLOSE"')
         self.assert_fails(["check", "de"], "msgfmt --check", "duplicate message definition")
 
     def test_a_file_that_is_no_catalogue(self):
         (self.root / "po" / "de.po").write_text("Hallo\n", encoding="utf-8")
-        self.assert_fails(["check", "de"], "po/de.po:1")
+        self.assert_fails(["check", "de"], "po/de.po: is not understood")
 
     def test_an_unknown_language(self):
         self.assert_fails(["check", "tlh"], "tlh: no such catalogue")
@@ -148,6 +166,10 @@ class CatalogueCheck(unittest.TestCase):
     def test_too_few_languages(self):
         (self.root / "po" / "LINGUAS").write_text("de\n", encoding="utf-8")
         self.assert_fails(["check", "--together"], "1 languages, at least 40")
+
+    def test_a_number_of_languages_that_is_not_so(self):
+        self.change("README.md", "texts in 47\nlanguages", "texts in fifty\nlanguages")
+        self.assert_fails(["check", "--together"], "README.md: does not say 'texts in 47 languages'")
 
     def test_an_id_of_the_sources_without_a_text(self):
         (self.root / "src" / "more.cpp").write_text('const char *id = "COM_SID_RENAME";\n', encoding="utf-8")

@@ -218,6 +218,8 @@ TEST_F(PortSettings, WordsStandForValues)
     EXPECT_EQ(vesk_port::setting_value(kOrientation, "0"), "0");
     EXPECT_EQ(vesk_port::setting_value(kHighContrast, "on"), "1");
     EXPECT_EQ(vesk_port::setting_value(kLanguage, "ckb_IQ.UTF-8"), "ckb_IQ.UTF-8");
+    EXPECT_EQ(vesk_port::setting_value(kLanguage, "sr_RS@latin"), "sr_RS@latin");
+    EXPECT_EQ(vesk_port::setting_value(kLanguage, "sr_RS.UTF-8@latin"), "sr_RS.UTF-8@latin");
     EXPECT_EQ(vesk_port::setting_word(kOrientation, "1"), "portrait");
     EXPECT_EQ(vesk_port::setting_word(kOrientation, "3"), "3");
 }

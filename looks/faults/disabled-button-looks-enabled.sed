@@ -1,0 +1,3 @@
+# scene: edit-none.television.wide.en_GB
+# finds: A button that cannot be chosen looks as if it could
+s/(ROLE\("ink-off", +)[0-9 ]+,/\110 17 22 255,/
