@@ -11,6 +11,8 @@
 #include <string_view>
 #include <unistd.h>
 
+#include "desktop/bluez_choice.h"
+#include "desktop/device_service.h"
 #include "desktop/log.h"
 #include "desktop/output.h"
 #include "desktop/settings.h"
@@ -61,6 +63,10 @@ void set_up_television(const Options &options)
         setenv("VESK_PRODUCT", options.product.c_str(), 1);
     if (!options.devices.empty())
         setenv("VESK_DEVICES", options.devices.c_str(), 1);
+    if (!options.service.empty())
+        setenv("VESK_SERVICE", options.service.c_str(), 1);
+    if (vesk_port::chosen_service() == vesk_port::ServiceKind::bluez)
+        vesk_port::BluezChoice::from_environment(); /* what is wrong there is told before a screen is up */
     if (!options.orientation.empty())
         vesk_port::override_setting(vesk_port::kOrientationSetting.key, options.orientation);
     if (!options.language.empty())

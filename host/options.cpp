@@ -7,6 +7,7 @@
 #include <CLI/CLI.hpp>
 
 #include "desktop/command_line.h"
+#include "desktop/device_service.h"
 #include "desktop/log.h"
 #include "desktop/product.h"
 #include "desktop/settings.h"
@@ -86,6 +87,9 @@ std::optional<Options> read_options(int argc, char **argv, int &exit_code)
         ->check(readable(check_scale))
         ->type_name("N");
     program.add_option("--devices", options.devices, "device database, instead of the user's")->type_name("FILE");
+    program.add_option("--service", options.service, "sqlite or bluez: where the devices come from")
+        ->type_name("WORD")
+        ->check(readable(vesk_port::service_kind_of));
     program.add_option("--log", options.log, "log file; without one, the terminal")->type_name("FILE");
     program.add_option("--log-level", log_level, "info, warning, error or off")
         ->type_name("WORD")

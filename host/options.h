@@ -16,6 +16,7 @@ struct Options {
     bool screen_reader = false;
     double scale = 1.0;
     std::filesystem::path devices; /* empty: the user's */
+    std::string service;           /* sqlite or bluez; empty: as VESK_SERVICE says */
     std::optional<int> log_level;
     std::filesystem::path log;
     std::vector<std::string> keys; /* words of remote_script.h */

@@ -13,3 +13,9 @@ vesk_add_test(bluez_cache_test LABEL unit LIBRARIES vesk_port PkgConfig::GLIB SO
   ${CMAKE_CURRENT_LIST_DIR}/unit/bluez_devices_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/unit/bluez_messages.cpp)
 target_include_directories(bluez_cache_test PRIVATE ${CMAKE_CURRENT_LIST_DIR}/unit)
+
+add_library(bluez_mock STATIC ${CMAKE_CURRENT_LIST_DIR}/unit/bluez_mock.cpp)
+target_link_libraries(bluez_mock PUBLIC port_fixture PkgConfig::GIO PRIVATE vesk_warnings)
+
+vesk_add_test(bluez_port_test LABEL unit LIBRARIES bluez_mock SOURCES
+  ${CMAKE_CURRENT_LIST_DIR}/unit/bluez_port_test.cpp)

@@ -11,6 +11,7 @@
 #include "bluez_errors.h"
 #include "bluez_record.h"
 #include "fence.h"
+#include "glib_owner.h"
 
 namespace vesk_port {
 
@@ -49,21 +50,14 @@ private:
     std::jthread thread_;
 };
 
-struct Ended {
-    void operator()(GVariant *value) const { g_variant_unref(value); }
-    void operator()(GError *error) const { g_error_free(error); }
-    void operator()(gchar *text) const { g_free(text); }
-};
-using Variant = std::unique_ptr<GVariant, Ended>;
-using Error = std::unique_ptr<GError, Ended>;
+using Variant = GlibOwner<GVariant, g_variant_unref>;
 
 /* Hands the answer to a call, or else the error, to `take`; to nobody when the bus object is gone meanwhile. */
 template <class Take> void take_answer(GObject *connection, GAsyncResult *result, Take take)
 {
-    GError *raw = nullptr;
-    const Variant answer(g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, &raw));
-    const Error error(raw);
-    if (!g_error_matches(raw, G_IO_ERROR, G_IO_ERROR_CANCELLED))
+    GlibError error;
+    const Variant answer(g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, error.place()));
+    if (!g_error_matches(error.get(), G_IO_ERROR, G_IO_ERROR_CANCELLED))
         fenced(kFence, [&] { take(answer.get(), error.get()); });
 }
 
@@ -76,7 +70,7 @@ std::string name_in(GVariant *answer)
 
 std::string system_bus()
 {
-    const std::unique_ptr<gchar, Ended> address(g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SYSTEM, nullptr, nullptr));
+    const GlibText address(g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SYSTEM, nullptr, nullptr));
     return address ? address.get() : "";
 }
 
@@ -101,8 +95,7 @@ BluezBus::~BluezBus()
     if (connection_ && sent_)
         g_dbus_connection_flush_sync(connection_, nullptr, nullptr);
     g_cancellable_cancel(cancellable_);
-    if (retry_)
-        g_source_remove(retry_);
+    retry_.end();
     if (connection_)
         lose_connection();
     g_object_unref(cancellable_);
@@ -125,25 +118,22 @@ void BluezBus::open(std::chrono::milliseconds patience)
         return;
     }
     adopt(connection);
-    GError *raw = nullptr;
+    GlibError error;
     const Variant owner(g_dbus_connection_call_sync(connection_, kBusName, kBusPath, kBusName, "GetNameOwner",
                                                     owner_question(), G_VARIANT_TYPE("(s)"), G_DBUS_CALL_FLAGS_NONE,
-                                                    rest(), nullptr, &raw));
-    const Error error(raw);
+                                                    rest(), nullptr, error.place()));
     if (!owner) {
         fail(bluez_error(error.get()));
-        if (g_error_matches(raw, G_IO_ERROR, G_IO_ERROR_TIMED_OUT))
+        if (g_error_matches(error.get(), G_IO_ERROR, G_IO_ERROR_TIMED_OUT))
             ask_for_owner();
         return;
     }
     follow(name_in(owner.get()));
-    GError *refusal = nullptr;
     const Variant objects(g_dbus_connection_call_sync(connection_, owner_.c_str(), "/", kObjectManager,
                                                       "GetManagedObjects", nullptr, G_VARIANT_TYPE("(a{oa{sa{sv}}})"),
-                                                      G_DBUS_CALL_FLAGS_NO_AUTO_START, rest(), nullptr, &refusal));
-    const Error failure(refusal);
-    take_objects(objects.get(), failure.get());
-    if (g_error_matches(refusal, G_IO_ERROR, G_IO_ERROR_TIMED_OUT))
+                                                      G_DBUS_CALL_FLAGS_NO_AUTO_START, rest(), nullptr, error.place()));
+    take_objects(objects.get(), error.get());
+    if (g_error_matches(error.get(), G_IO_ERROR, G_IO_ERROR_TIMED_OUT))
         fetch();
 }
 
@@ -201,21 +191,20 @@ void BluezBus::connect_later()
 {
     const auto again = [](gpointer self) -> gboolean {
         auto *bus = static_cast<BluezBus *>(self);
-        bus->retry_ = 0;
+        bus->retry_.let_end();
         bus->connect();
         return G_SOURCE_REMOVE;
     };
-    retry_ = g_timeout_add(static_cast<unsigned>(retry_after_.count()), again, this);
+    retry_ = GlibSource(g_timeout_add(static_cast<unsigned>(retry_after_.count()), again, this));
     retry_after_ = std::min<std::chrono::milliseconds>(retry_after_ * 2, kLastRetry);
 }
 
 void BluezBus::connect()
 {
     const auto connected = [](GObject *, GAsyncResult *result, gpointer self) {
-        GError *raw = nullptr;
-        GDBusConnection *connection = g_dbus_connection_new_for_address_finish(result, &raw);
-        const Error error(raw);
-        if (g_error_matches(raw, G_IO_ERROR, G_IO_ERROR_CANCELLED))
+        GlibError error;
+        GDBusConnection *connection = g_dbus_connection_new_for_address_finish(result, error.place());
+        if (g_error_matches(error.get(), G_IO_ERROR, G_IO_ERROR_CANCELLED))
             return;
         auto *bus = static_cast<BluezBus *>(self);
         if (!connection) {
@@ -326,11 +315,10 @@ void BluezBus::call(const Call &call, std::chrono::milliseconds patience)
     const Variant arguments(call.arguments ? g_variant_ref_sink(call.arguments) : nullptr);
     need_daemon();
     sent_ = true;
-    GError *raw = nullptr;
+    GlibError error;
     const Variant reply(g_dbus_connection_call_sync(
         connection_, owner_.c_str(), call.path.c_str(), call.interface, call.method, arguments.get(), nullptr,
-        G_DBUS_CALL_FLAGS_NO_AUTO_START, static_cast<int>(std::max(patience, 1ms).count()), nullptr, &raw));
-    const Error error(raw);
+        G_DBUS_CALL_FLAGS_NO_AUTO_START, static_cast<int>(std::max(patience, 1ms).count()), nullptr, error.place()));
     if (!reply)
         throw bluez_error(error.get());
 }

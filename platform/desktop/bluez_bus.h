@@ -4,17 +4,15 @@
 
 #include <chrono>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "glib_owner.h"
 #include "port_error.h"
 
 typedef struct _GCancellable GCancellable;
 typedef struct _GDBusConnection GDBusConnection;
-typedef struct _GError GError;
-typedef struct _GVariant GVariant;
 
 namespace vesk_port {
 
@@ -92,7 +90,7 @@ private:
     std::vector<unsigned> subscriptions_;
     unsigned owner_subscription_ = 0;
     unsigned long closed_handler_ = 0;
-    unsigned retry_ = 0; /* the timer, or 0 */
+    GlibSource retry_; /* while the bus is away */
     std::chrono::milliseconds retry_after_;
     std::optional<PortError> trouble_;
     bool sent_ = false;

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cerrno>
 #include <glib.h>
-#include <memory>
 #include <set>
 #include <tuple>
+#include <utility>
 
+#include "device_service.h"
+#include "glib_owner.h"
 #include "port_error.h"
 
 namespace vesk_port {
@@ -15,17 +17,13 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr size_t kMostListed = 50; /* what a panel can show */
 constexpr BluezCache::Time kQuietAfterRemoval = 500ms;
 constexpr BluezCache::Time kLongestLeaving = 2s;
 constexpr BluezCache::Time kHold = 10s;
 constexpr BluezCache::Time kReturn = 3s; /* for a device whose adapter is back */
 constexpr BluezCache::Time kBetweenReports = 150ms;
 
-struct Unref {
-    void operator()(GVariant *value) const { g_variant_unref(value); }
-};
-using Variant = std::unique_ptr<GVariant, Unref>;
+using Variant = GlibOwner<GVariant, g_variant_unref>;
 
 /* The properties (a{sv}) of an interface among `interfaces` (a{sa{sv}}); null when the object does not have it. */
 Variant properties_of(GVariant *interfaces, const char *interface)
@@ -41,8 +39,8 @@ bool is_type(GVariant *message, const char *type)
 /* The place among names as people count: "Phone 9" before "phone 10". */
 std::string sort_key(const std::string &name)
 {
-    const std::unique_ptr<gchar, decltype(&g_free)> folded(g_utf8_casefold(name.c_str(), -1), g_free);
-    const std::unique_ptr<gchar, decltype(&g_free)> key(g_utf8_collate_key_for_filename(folded.get(), -1), g_free);
+    const GlibText folded(g_utf8_casefold(name.c_str(), -1));
+    const GlibText key(g_utf8_collate_key_for_filename(folded.get(), -1));
     return key.get();
 }
 
@@ -122,7 +120,7 @@ void BluezCache::properties_changed(const std::string &path, GVariant *signal)
     const gchar **dropped = nullptr;
     g_variant_get(signal, "(&s@a{sv}^a&s)", &interface, &child, &dropped);
     const Variant properties(child);
-    const std::unique_ptr<const gchar *, decltype(&g_free)> names(dropped, g_free);
+    const GlibOwner<const gchar *, g_free> names(dropped);
     const auto adapter = adapters_.find(path);
     if (interface == std::string_view(kAdapterInterface) && adapter != adapters_.end())
         take_properties(adapter->second.facts, child);
@@ -270,6 +268,8 @@ void BluezCache::hide(const std::string &path, bool hidden)
         return;
     found->second.hidden = hidden;
     changed_ = true;
+    /* Who removed it has read the list without it since, whether or not that was reported. */
+    returned_ |= !hidden;
 }
 
 bool BluezCache::wanted(const BluezRecord &record) const
@@ -337,8 +337,8 @@ std::vector<Device> BluezCache::list()
                                                         .status = denied ? 1 : 0});
     }
     std::ranges::sort(placed, {}, &std::pair<uint64_t, Device>::first);
-    if (placed.size() > kMostListed)
-        placed.resize(kMostListed);
+    if (placed.size() > kListedDevices)
+        placed.resize(kListedDevices);
     std::vector<Device> devices;
     for (auto &[position, device] : placed)
         devices.push_back(std::move(device));
@@ -375,7 +375,7 @@ bool BluezCache::advance(Time now)
         return false;
     changed_ = false;
     std::vector<Device> devices = list();
-    if (devices == reported_)
+    if (!std::exchange(returned_, false) && devices == reported_)
         return false;
     reported_ = std::move(devices);
     last_report_ = now;

@@ -113,7 +113,8 @@ private:
     uint64_t last_position_ = 0;
     std::vector<Device> reported_;
     std::optional<Time> last_report_;
-    bool changed_ = false; /* the list may differ from what was reported */
+    bool changed_ = false;  /* the list may differ from what was reported */
+    bool returned_ = false; /* a removal was refused since the last report */
 };
 
 } // namespace vesk_port

@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <gio/gio.h>
-#include <memory>
 #include <string_view>
+
+#include "glib_owner.h"
 
 namespace vesk_port {
 
@@ -54,7 +55,7 @@ PortError error_of(const Failure &failure)
 
 PortError bluez_error(const GError *error)
 {
-    const std::unique_ptr<gchar, decltype(&g_free)> name(g_dbus_error_get_remote_error(error), g_free);
+    const GlibText name(g_dbus_error_get_remote_error(error));
     if (!name) {
         const bool silent = g_error_matches(error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT);
         return error_of(silent ? kSilent : kNoBus);
@@ -62,7 +63,7 @@ PortError bluez_error(const GError *error)
     const NamedFailure *named = std::ranges::find(kFailures, name.get(), &NamedFailure::name);
     if (named != std::end(kFailures))
         return error_of(named->failure);
-    const std::unique_ptr<GError, decltype(&g_error_free)> copy(g_error_copy(error), g_error_free);
+    const GlibOwner<GError, g_error_free> copy(g_error_copy(error));
     g_dbus_error_strip_remote_error(copy.get());
     return {-EIO, "bluetoothd refused: " + std::string(copy->message) + " (" + name.get() + ")."};
 }

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <glib.h>
-#include <memory>
 
 #include "device.h"
+#include "glib_owner.h"
 #include "rdm.h"
 
 namespace vesk_port {
@@ -14,8 +14,7 @@ namespace {
 /* Calls `take` with the property when it is there and of the type. */
 template <class Take> void with(GVariant *properties, const char *name, const char *type, Take take)
 {
-    const std::unique_ptr<GVariant, decltype(&g_variant_unref)> value(
-        g_variant_lookup_value(properties, name, G_VARIANT_TYPE(type)), g_variant_unref);
+    const GlibOwner<GVariant, g_variant_unref> value(g_variant_lookup_value(properties, name, G_VARIANT_TYPE(type)));
     if (value)
         take(value.get());
 }
@@ -68,9 +67,8 @@ void take_properties(BluezRecord &record, GVariant *properties)
          [&](GVariant *value) { record.traits.appearance = g_variant_get_uint16(value); });
     with(properties, "UUIDs", "as", [&](GVariant *value) {
         gsize count = 0;
-        const gchar **uuids = g_variant_get_strv(value, &count);
-        record.traits.uuids.assign(uuids, uuids + count);
-        g_free(uuids);
+        const GlibOwner<const gchar *, g_free> uuids(g_variant_get_strv(value, &count));
+        record.traits.uuids.assign(uuids.get(), uuids.get() + count);
     });
     for (const Flag &flag : kFlags)
         take_flag(properties, flag.name, record.*flag.flag);

@@ -37,13 +37,6 @@ BluezService::BluezService(BluezChoice choice)
     look_again();
 }
 
-BluezService::~BluezService()
-{
-    bus_.reset();
-    if (timer_)
-        g_source_remove(timer_);
-}
-
 std::vector<Device> BluezService::list()
 {
     return cache_.list();
@@ -192,14 +185,13 @@ void BluezService::daemon_lost()
 void BluezService::look_again()
 {
     const auto next = cache_.look_again();
-    if (timer_)
-        g_source_remove(std::exchange(timer_, 0));
+    timer_.end();
     if (!next)
         return;
     const auto due = [](gpointer data) -> gboolean {
         fenced("a change of Bluetooth devices", [data] {
             auto *self = static_cast<BluezService *>(data);
-            self->timer_ = 0;
+            self->timer_.let_end();
             const bool report = self->cache_.advance(now());
             self->look_again();
             const auto changed = self->changed_;
@@ -209,7 +201,7 @@ void BluezService::look_again()
         return G_SOURCE_REMOVE;
     };
     const auto wait = std::max(*next - now(), BluezCache::Time::zero());
-    timer_ = g_timeout_add(static_cast<unsigned>(wait.count()), due, this);
+    timer_ = GlibSource(g_timeout_add(static_cast<unsigned>(wait.count()), due, this));
 }
 
 } // namespace vesk_port

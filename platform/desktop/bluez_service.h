@@ -14,7 +14,6 @@ class BluezService : public DeviceService, private BluezBus::Listener {
 public:
     /* Succeeds without a bus or bluetoothd too: devices are listed once both are there. */
     explicit BluezService(BluezChoice choice);
-    ~BluezService() override;
 
     std::vector<Device> list() override;
     void set_status(std::string_view mac, MacKind kind, int32_t status) override;
@@ -51,7 +50,7 @@ private:
 
     BluezCache cache_;
     std::function<void()> changed_;
-    unsigned timer_ = 0;    /* when to look at the cache again, or 0 */
+    GlibSource timer_;      /* when to look at the cache again */
     unsigned removals_ = 0; /* under way */
     std::optional<PortError> refused_;
     std::unique_ptr<BluezBus> bus_; /* last, since its end must not find the others gone */

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -39,7 +40,15 @@ public:
     virtual void on_changed(std::function<void()> changed) = 0;
 };
 
-/* Opens the service that this process uses. Throws PortError. */
+enum class ServiceKind { sqlite, bluez };
+
+/* The service of that name: "sqlite" or "bluez". Throws PortError for another. */
+ServiceKind service_kind_of(const std::string &name);
+
+/* What VESK_SERVICE says; sqlite where it is unset. Throws PortError. */
+ServiceKind chosen_service();
+
+/* Opens the chosen service. Throws PortError. */
 std::unique_ptr<DeviceService> make_device_service();
 
 } // namespace vesk_port
