@@ -8,6 +8,7 @@
 #include "desktop/command_line.h"
 #include "desktop/output.h"
 #include "desktop/text.h"
+#include "veskctl_service.h"
 
 namespace {
 
@@ -22,6 +23,7 @@ constexpr const char *kFooter = "\nExamples:\n"
                                 "  veskctl devices import fifty.json --replace\n"
                                 "  veskctl settings set orientation portrait\n"
                                 "  veskctl product use board\n"
+                                "  veskctl --service bluez devices list\n"
                                 "\nThe exit code is 0 for success, 1 for a failure and 2 for wrong usage.\n"
                                 "VESK_DEVICES, VESK_SETTINGS and VESK_PRODUCT name other files than the user's own.";
 
@@ -32,9 +34,12 @@ int run(int argc, char **argv)
     program.set_version_flag("--version", "veskctl " VESK_VERSION);
     program.failure_message(vesk_port::usage_message);
     program.require_subcommand(1);
+    veskctl::add_service_option(program);
     veskctl::add_device_commands(program);
     veskctl::add_setting_commands(program);
     veskctl::add_product_commands(program);
+    veskctl::add_service_commands(program);
+    veskctl::add_pair_command(program);
     program.footer(kFooter); /* last, since commands inherit it */
     try {
         program.parse(argc, argv);

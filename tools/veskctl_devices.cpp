@@ -8,6 +8,7 @@
 #include "veskctl.h"
 #include "veskctl_device.h"
 #include "veskctl_registry.h"
+#include "veskctl_service.h"
 #include "veskctl_table.h"
 
 namespace veskctl {
@@ -37,6 +38,7 @@ void list_devices(bool as_json)
 
 void add_device(const Device &device)
 {
+    need_device_file("devices add");
     open_store().add({device});
     std::printf("Registered %s.\n", in_quotes(device.name).c_str());
 }
@@ -67,6 +69,7 @@ void remove_device(const std::string &what)
 
 void clear_devices()
 {
+    need_device_file("devices clear");
     DeviceStore store = open_store();
     const size_t count = store.list().size();
     store.remove_all();
@@ -75,6 +78,7 @@ void clear_devices()
 
 void reset_devices()
 {
+    need_device_file("devices reset");
     const std::vector<Device> household = vesk_port::sample_household();
     open_store().replace(household);
     std::printf("Registered the %s of the sample household in place of all others.\n",

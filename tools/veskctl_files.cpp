@@ -13,6 +13,7 @@
 #include "veskctl_file.h"
 #include "veskctl_import.h"
 #include "veskctl_registry.h"
+#include "veskctl_service.h"
 #include "veskctl_table.h"
 
 namespace veskctl {
@@ -52,6 +53,7 @@ std::string json_list(const std::vector<Device> &devices)
 /* The file is read and checked as a whole before the table is touched. */
 void import_devices(const std::string &file, bool replace)
 {
+    need_device_file("devices import");
     const std::string source = file == "-" ? "the standard input" : vesk_port::escaped(file);
     const std::vector<Device> devices = read_devices(source, contents_of(file));
     vesk_port::DeviceStore store = open_store();
@@ -64,6 +66,7 @@ void import_devices(const std::string &file, bool replace)
 
 void export_devices(const std::string &file)
 {
+    need_device_file("devices export");
     const std::vector<Device> devices = open_store().list();
     if (file == "-") {
         print_devices(devices);

@@ -8,6 +8,7 @@
 #include "desktop/port_error.h"
 #include "desktop/text.h"
 #include "veskctl_device.h"
+#include "veskctl_service.h"
 
 namespace veskctl {
 
@@ -60,6 +61,8 @@ template <class Word> std::string enumerated(const std::vector<Device> &devices,
 
 std::unique_ptr<DeviceRegistry> open_registry()
 {
+    if (vesk_port::chosen_service() == vesk_port::ServiceKind::bluez)
+        return open_bluez_registry();
     return std::make_unique<StoreRegistry>();
 }
 

@@ -310,17 +310,18 @@ void BluezBus::need_daemon() const
         throw no_daemon_error();
 }
 
-void BluezBus::call(const Call &call, std::chrono::milliseconds patience)
+Variant BluezBus::call(const Call &call, std::chrono::milliseconds patience)
 {
     const Variant arguments(call.arguments ? g_variant_ref_sink(call.arguments) : nullptr);
     need_daemon();
     sent_ = true;
     GlibError error;
-    const Variant reply(g_dbus_connection_call_sync(
+    Variant reply(g_dbus_connection_call_sync(
         connection_, owner_.c_str(), call.path.c_str(), call.interface, call.method, arguments.get(), nullptr,
         G_DBUS_CALL_FLAGS_NO_AUTO_START, static_cast<int>(std::max(patience, 1ms).count()), nullptr, error.place()));
     if (!reply)
         throw bluez_error(error.get());
+    return reply;
 }
 
 void BluezBus::start(const Call &call, std::function<void(const std::optional<PortError> &)> done)

@@ -51,8 +51,8 @@ public:
         GVariant *arguments;
     };
 
-    /* Waits for the answer as long as `patience`. Throws PortError. */
-    void call(const Call &call, std::chrono::milliseconds patience);
+    /* Waits for the answer, and returns it, as long as `patience`. Throws PortError. */
+    GlibOwner<GVariant, g_variant_unref> call(const Call &call, std::chrono::milliseconds patience);
 
     /* `done` is called from the main loop with what failed, if anything. */
     void start(const Call &call, std::function<void(const std::optional<PortError> &)> done);

@@ -7,7 +7,6 @@
 #include <tuple>
 #include <utility>
 
-#include "device_service.h"
 #include "glib_owner.h"
 #include "port_error.h"
 
@@ -308,7 +307,7 @@ void BluezCache::place_new_devices(const Rows &rows)
     }
 }
 
-std::vector<Device> BluezCache::list()
+std::vector<Device> BluezCache::list(size_t most)
 {
     const Rows all = rows();
     place_new_devices(all);
@@ -337,8 +336,7 @@ std::vector<Device> BluezCache::list()
                                                         .status = denied ? 1 : 0});
     }
     std::ranges::sort(placed, {}, &std::pair<uint64_t, Device>::first);
-    if (placed.size() > kListedDevices)
-        placed.resize(kListedDevices);
+    placed.resize(std::min(placed.size(), most));
     std::vector<Device> devices;
     for (auto &[position, device] : placed)
         devices.push_back(std::move(device));
@@ -393,6 +391,12 @@ std::optional<BluezCache::Time> BluezCache::look_again() const
     if (changed_)
         sooner(last_report_ ? *last_report_ + kBetweenReports : Time{});
     return next;
+}
+
+std::string BluezCache::name_at(const std::string &path) const
+{
+    const auto entry = entries_.find(path);
+    return entry == entries_.end() ? "" : name_of(entry->second.record);
 }
 
 std::vector<BluezAdapter> BluezCache::adapters() const

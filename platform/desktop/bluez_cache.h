@@ -12,7 +12,7 @@
 
 #include "bluez_choice.h"
 #include "bluez_record.h"
-#include "device.h"
+#include "device_service.h"
 
 namespace vesk_port {
 
@@ -53,9 +53,9 @@ public:
 
     /* --- What follows --- */
 
-    /* At most as many as a panel can show. Those that were found together stand with the connected ones first and then
+    /* The first `most` devices. Those that were found together stand with the connected ones first and then
      * by name; later ones stand behind. */
-    std::vector<Device> list();
+    std::vector<Device> list(size_t most = kListedDevices);
 
     /* Takes the list as it is for reported. */
     void report_nothing_yet();
@@ -66,6 +66,11 @@ public:
 
     /* When to call advance() next: perhaps a moment that has passed, or nothing while nothing is due. */
     std::optional<Time> look_again() const;
+
+    const BluezChoice &choice() const { return choice_; }
+
+    /* The name of a device at a path, a stranger too; empty when none is there. */
+    std::string name_at(const std::string &path) const;
 
     /* The adapters that are there, those that the user leaves out included. */
     std::vector<BluezAdapter> adapters() const;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <glib.h>
+#include <limits>
 #include <utility>
 
 #include "bluez_errors.h"
@@ -40,6 +41,11 @@ BluezService::BluezService(BluezChoice choice)
 std::vector<Device> BluezService::list()
 {
     return cache_.list();
+}
+
+std::vector<Device> BluezService::all()
+{
+    return cache_.list(std::numeric_limits<size_t>::max());
 }
 
 void BluezService::need_daemon() const
@@ -143,9 +149,14 @@ std::optional<PortError> BluezService::trouble() const
 {
     if (bus_->trouble())
         return bus_->trouble();
-    const auto adapters = cache_.adapters();
+    auto adapters = cache_.adapters();
     if (adapters.empty())
         return PortError(-ENODEV, "this machine has no Bluetooth adapter. Plug one in.");
+    std::erase_if(adapters, [this](const BluezAdapter &adapter) { return !uses(adapter); });
+    if (adapters.empty())
+        return PortError(-ENODEV, "there is no adapter \"" + cache_.choice().adapter +
+                                      "\", which VESK_BLUEZ_ADAPTER names. See those that are there with: veskctl "
+                                      "--service bluez service status");
     if (std::ranges::none_of(adapters, &BluezAdapter::powered))
         return PortError(-ENETDOWN, "Bluetooth is switched off. Switch it on with: bluetoothctl power on");
     return std::nullopt;

@@ -25,6 +25,9 @@ public:
 
     /* --- Beside the interface, for programs --- */
 
+    /* list() without its limit. */
+    std::vector<Device> all();
+
     void rename(std::string_view mac, const std::string &name);
 
     /* Waits until all removals have been answered, and throws PortError for the first that was refused since the last
@@ -35,6 +38,10 @@ public:
     std::optional<PortError> trouble() const;
 
     std::vector<BluezAdapter> adapters() const { return cache_.adapters(); }
+
+    /* Whether the adapter's devices are listed. */
+    bool uses(const BluezAdapter &adapter) const { return cache_.choice().takes(adapter.path, adapter.address); }
+    std::string name_at(const std::string &path) const { return cache_.name_at(path); }
     BluezBus &bus() { return *bus_; }
 
 private:

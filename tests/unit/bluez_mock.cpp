@@ -74,7 +74,7 @@ void BluezMock::start_bus()
     int out = -1;
     bus_ = spawn(
         {"dbus-daemon", "--nofork", "--nopidfile", "--print-address", "--config-file", (folder_ / "bus.conf").string()},
-        G_SPAWN_DEFAULT, &out);
+        G_SPAWN_STDERR_TO_DEV_NULL, &out);
     std::array<char, 256> line{};
     const ssize_t length = read(out, line.data(), line.size()); /* it tells the address once it listens */
     close(out);
@@ -227,6 +227,25 @@ void BluezMock::on_removal(const std::string &statement, int adapter)
 {
     call("/org/bluez/" + adapter_name(adapter), kObjectMock, "AddMethod",
          g_variant_new("(sssss)", "org.bluez.Adapter1", "RemoveDevice", "o", "", statement.c_str()));
+}
+
+vesk_port::GlibOwner<GVariant, g_variant_unref> BluezMock::bus_names()
+{
+    const vesk_port::GlibOwner<GVariant, g_variant_unref> reply(
+        g_dbus_connection_call_sync(control_, "org.freedesktop.DBus", "/", "org.freedesktop.DBus", "ListNames", nullptr,
+                                    nullptr, G_DBUS_CALL_FLAGS_NONE, 5000, nullptr, nullptr));
+    return vesk_port::GlibOwner<GVariant, g_variant_unref>(g_variant_get_child_value(reply.get(), 0));
+}
+
+std::string BluezMock::ask_agent(const std::string &name)
+{
+    if (!name.starts_with(':') || name == g_dbus_connection_get_unique_name(control_))
+        return "";
+    GlibError error;
+    const vesk_port::GlibOwner<GVariant, g_variant_unref> reply(g_dbus_connection_call_sync(
+        control_, name.c_str(), "/org/vesk/agent", "org.bluez.Agent1", "RequestConfirmation",
+        g_variant_new("(ou)", path(1).c_str(), 1234), nullptr, G_DBUS_CALL_FLAGS_NONE, 5000, nullptr, error.place()));
+    return error ? error->message : "agreed";
 }
 
 std::string BluezMock::log() const

@@ -50,6 +50,10 @@ public:
     vesk_port::GlibOwner<GVariant, g_variant_unref> call(const std::string &path, const char *interface,
                                                          const char *method, GVariant *arguments);
 
+    /* As somebody else on the bus: the names there (as), and what an agent of one of them answers to a request. */
+    vesk_port::GlibOwner<GVariant, g_variant_unref> bus_names();
+    std::string ask_agent(const std::string &name);
+
     /* The calls and signals so far, one a line. */
     std::string log() const;
 

@@ -111,7 +111,8 @@ PortTest::PortTest() : folder_(make_folder())
     setenv("VESK_DEVICES", devices_.c_str(), 1);
     setenv("VESK_SETTINGS", settings_.c_str(), 1);
     setenv("XDG_CONFIG_HOME", folder_.c_str(), 1);
-    for (const char *variable : {"VESK_PRODUCT", "VESK_LOG", "VESK_LOG_LEVEL", "VESK_FAIL"})
+    for (const char *variable : {"VESK_PRODUCT", "VESK_LOG", "VESK_LOG_LEVEL", "VESK_FAIL", "VESK_SERVICE",
+                                 "VESK_BLUEZ_ADAPTER", "VESK_BLUEZ_KEEP"})
         unsetenv(variable);
     vesk_port::clear_failures();
     vesk_port::set_log_sink(
