@@ -68,6 +68,7 @@ std::optional<Options> read_options(int argc, char **argv, int &exit_code)
     program.failure_message(vesk_port::usage_message);
     program.get_formatter()->column_width(kHelpColumn);
     program.get_formatter()->label("REQUIRED", "");
+    program.get_help_ptr()->group(""); /* whoever reads the help has found it, and a line is needed */
     program.set_version_flag("--version", "vesk-host " VESK_VERSION);
     program.add_option("--product", options.product, "profile: a name of \"veskctl product list\", or a file")
         ->type_name("NAME")

@@ -28,6 +28,7 @@ libedje-bin               theme compiler
 libevas1-engines-x        windows under X11
 libevas1-engines-wayland  windows under Wayland
 libsqlite3-dev            store of the registered devices
+libglib2.0-dev            main loop, and D-Bus for BlueZ's devices
 libcli11-dev              options of the programs
 nlohmann-json3-dev        device lists as JSON
 gettext                   message catalogues
@@ -50,6 +51,8 @@ python3                   catalogue checks
 python3-polib             catalogue checks: reads catalogues
 binutils                  check of the module's symbols
 xvfb                      tests of the window
+dbus                      tests with a mock of bluetoothd, on a bus of their own
+python3-dbusmock          the mock
 EOF
 }
 

@@ -18,6 +18,19 @@ struct BluezHost : HostTest {
         mock.add_paired(2, "Second");
     }
 
+    /* How often the host's threads have gone to sleep by themselves. */
+    size_t sleeps() const
+    {
+        size_t sum = 0;
+        const std::filesystem::path tasks = "/proc/" + std::to_string(pid()) + "/task";
+        for (const auto &task : std::filesystem::directory_iterator(tasks)) {
+            const std::string status = contents_of(task.path() / "status");
+            const std::string name = "\nvoluntary_ctxt_switches:";
+            sum += std::stoul(status.substr(status.find(name) + name.size()));
+        }
+        return sum;
+    }
+
     const std::vector<std::string> bluez{"--service", "bluez"};
     BluezMock mock{folder_};
 };
@@ -50,6 +63,26 @@ TEST_F(BluezHost, APairingAppearsInTheOpenList)
     EXPECT_THAT(host_log(), HasSubstr("RDM Count is 2"));
     mock.add_paired(3, "Visitor");
     EXPECT_TRUE(logged("NAME[Visitor]"));
+}
+
+/* Nothing polls: once it is at rest, a whole second passes without a turn of any thread. */
+TEST_F(BluezHost, AnIdlePanelDoesNotWakeUp)
+{
+    start("", bluez);
+    size_t before = sleeps();
+    bool rested = false;
+    std::function<void()> look = [&] {
+        const size_t now = sleeps();
+        rested = now == before;
+        before = now;
+    };
+    const auto tick = [](gpointer function) -> gboolean {
+        (*static_cast<std::function<void()> *>(function))();
+        return G_SOURCE_CONTINUE;
+    };
+    const unsigned timer = g_timeout_add(1000, tick, &look);
+    EXPECT_TRUE(run_until([&] { return rested; }));
+    g_source_remove(timer);
 }
 
 TEST_F(BluezHost, AnUnknownServiceIsMisuse)
