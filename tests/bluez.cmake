@@ -19,7 +19,7 @@ add_library(bluez_mock STATIC ${CMAKE_CURRENT_LIST_DIR}/unit/bluez_mock.cpp)
 target_link_libraries(bluez_mock PUBLIC port_fixture PkgConfig::GIO PRIVATE vesk_warnings)
 
 vesk_add_test(bluez_port_test LABEL unit LIBRARIES bluez_mock SOURCES
-  ${CMAKE_CURRENT_LIST_DIR}/unit/bluez_port_test.cpp)
+  ${CMAKE_CURRENT_LIST_DIR}/unit/bluez_failures_test.cpp ${CMAKE_CURRENT_LIST_DIR}/unit/bluez_port_test.cpp)
 
 vesk_add_test(bluez_veskctl_test LABEL e2e LIBRARIES bluez_mock nlohmann_json::nlohmann_json SOURCES
   ${CMAKE_CURRENT_LIST_DIR}/e2e/bluez_veskctl_test.cpp)
