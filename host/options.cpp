@@ -79,7 +79,7 @@ std::optional<Options> read_options(int argc, char **argv, int &exit_code)
             [](const std::string &word) { vesk_port::setting_value(vesk_port::kOrientationSetting.key, word); }));
     program
         .add_option("--language", options.language,
-                    "locale such as ko_KR, instead of the setting; a change shows when the screen is next opened")
+                    "locale such as ko_KR; a change shows in the next screen")
         ->type_name("LOCALE");
     program.add_flag("--high-contrast", options.high_contrast, "black, white and one accent");
     program.add_flag("--screen-reader", options.screen_reader, "speaks what has the focus");

@@ -159,6 +159,8 @@ void Panel::take_form()
 /* As much of the picture as the panel's proportions take, from its middle. */
 void Panel::crop_programme()
 {
+    if (!programme_)
+        return;
     int picture_width = 0;
     int picture_height = 0;
     evas_object_image_size_get(programme_, &picture_width, &picture_height);

@@ -112,11 +112,10 @@ void put_in_place(const fs::path &draft, const fs::path &file)
 {
     if (renameat2(AT_FDCWD, draft.c_str(), AT_FDCWD, file.c_str(), RENAME_NOREPLACE) == 0)
         return;
-    if (errno == EINVAL)
-        (void)link(draft.c_str(), file.c_str());
+    const bool made = errno == EINVAL && link(draft.c_str(), file.c_str()) == 0;
     const int error = errno;
     unlink(draft.c_str());
-    if (error != EEXIST && access(file.c_str(), F_OK) != 0)
+    if (!made && error != EEXIST && access(file.c_str(), F_OK) != 0)
         throw_not_made(file, error);
 }
 

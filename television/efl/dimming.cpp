@@ -9,6 +9,7 @@
 
 #include "desktop/fence.h"
 #include "television/efl/mending.h"
+#include "television/efl/widgets.h"
 
 namespace vesk::efl {
 
@@ -19,6 +20,8 @@ Evas_Object *layout_of(Evas_Object *object)
 {
     if (std::string_view(evas_object_type_get(object)) == "elm_notify")
         return elm_object_content_get(object);
+    if (is_plain(object))
+        return nullptr;
     Evas_Object *found = nullptr;
     Eina_List *members = evas_object_smart_members_get(object);
     for (const Eina_List *link = members; link && !found; link = eina_list_next(link))

@@ -238,9 +238,12 @@ void Focus::row_realized(Evas_Object *list)
 void Focus::show() const
 {
     const auto *focused = elm_object_focused_object_get(widgets_.window());
+    const auto popups = widgets_.shown_popups();
     for (auto *list : widgets_.lists()) {
         show_row_focus(list, list == focused);
-        show_choice(list, list == focused);
+        /* In a popup above the screen the chosen row is the present choice, which stays. */
+        if (!popups.empty() && within(list, popups.front()))
+            show_choice(list, list == focused);
     }
 }
 

@@ -77,7 +77,6 @@ void Mending::key_taker_added(Evas_Object *widget)
 void Mending::key_taker_gone(const Evas_Object *widget)
 {
     widgets.forget_key_taker(widget);
-    touches.forget(widget);
 }
 
 /* A check box in a row takes the row's Return key when it can be focused: the row is not selected then, and Down may

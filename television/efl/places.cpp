@@ -8,7 +8,6 @@
 #include "television/efl/places.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <memory>
@@ -28,7 +27,6 @@ namespace {
 
 constexpr int kMargin = 24;
 constexpr int kTurns = 4;
-constexpr std::array<std::string_view, 6> kPlain{"image", "line", "polygon", "rectangle", "text", "textblock"};
 constexpr char kGrown[] = "vesk.grown"; /* on a popup: it has been given the height of the magnification */
 /* Of the numbers that a module places a popup by: the first is pixels at every scale, the others grow with it. */
 constexpr int kRise = 93; /* the popup's top above the row's bottom, less kDrop */
@@ -79,9 +77,9 @@ int kept_on(int panel, int length, int wanted)
    it. */
 void lay_out_again(Evas_Object *object)
 {
-    const std::string type = evas_object_type_get(object);
-    if (std::ranges::find(kPlain, type) != kPlain.end())
+    if (is_plain(object))
         return;
+    const std::string type = evas_object_type_get(object);
     Eina_List *members = evas_object_smart_members_get(object);
     for (const Eina_List *link = members; link; link = eina_list_next(link))
         lay_out_again(static_cast<Evas_Object *>(eina_list_data_get(link)));

@@ -3,13 +3,17 @@
 #include "television/efl/widgets.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
+#include <string_view>
 
 #include "television/efl/mending.h"
 
 namespace vesk::efl {
 
 namespace {
+
+constexpr std::array<std::string_view, 6> kPlain{"image", "line", "polygon", "rectangle", "text", "textblock"};
 
 /* Shown itself, and within nothing that is hidden. */
 bool is_shown(const Evas_Object *object)
@@ -27,6 +31,11 @@ bool is_list(const Evas_Object *object)
 {
     const char *type = object ? evas_object_type_get(object) : nullptr;
     return type && std::strcmp(type, "elm_genlist") == 0;
+}
+
+bool is_plain(const Evas_Object *object)
+{
+    return std::ranges::find(kPlain, std::string_view(evas_object_type_get(object))) != kPlain.end();
 }
 
 bool within(const Evas_Object *object, const Evas_Object *ancestor)

@@ -8,6 +8,9 @@ namespace vesk::efl {
 
 bool is_list(const Evas_Object *object);
 
+/* Whether it is a single drawing, which holds no other objects. */
+bool is_plain(const Evas_Object *object);
+
 /* Whether `object` is `ancestor` or lies within it. */
 bool within(const Evas_Object *object, const Evas_Object *ancestor);
 

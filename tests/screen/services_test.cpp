@@ -76,7 +76,7 @@ std::ostream &operator<<(std::ostream &out, const Row &row)
 std::string sound_text(int type, bool mirroring)
 {
     return std::string(mirroring ? "Sound mirroring / " : "") +
-           (type == 1 ? "Play TV sound on phone" : "Play TV sound on tablet");
+           (type == 1 ? "Play TV sound on the phone" : "Play TV sound on the tablet");
 }
 
 /* The rows by the rule of one request of each getter per row, each getter with a memory of its own. */
@@ -495,7 +495,7 @@ TEST_F(ServicesTest, TheTextsNameTheProduct)
     register_devices({with_services("Two", 5, 2)});
     open();
     EXPECT_EQ(look_at(0), (std::vector<Row>{{"Play mobile content on the projector", kContent},
-                                            {"Sound mirroring / Play projector sound on tablet", kSound}}));
+                                            {"Sound mirroring / Play projector sound on the tablet", kSound}}));
 }
 
 /* ---- The getters by themselves ---- */
