@@ -6,6 +6,7 @@
 #include <glib.h>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "device_store.h"
@@ -34,6 +35,7 @@ struct Service {
     std::vector<Listener> listeners;
     int last_handle = 0;
     unsigned comparison = 0; /* the source that will look for changes, or 0 */
+    bool unreadable = false; /* the list, when it was read last */
 };
 
 Service &service()
@@ -47,6 +49,19 @@ Service &open_service()
     if (service().users == 0)
         throw PortError(-ENOTCONN, "the service is not open; rdm_init comes first and has to succeed.");
     return service();
+}
+
+std::vector<Device> read_list(Service &self)
+{
+    try {
+        auto list = self.store->list();
+        if (std::exchange(self.unreadable, false))
+            log_line(DLOG_INFO, kPortTag, kReadableAgain);
+        return list;
+    } catch (const PortError &) {
+        self.unreadable = true;
+        throw;
+    }
 }
 
 /* Fills a field of the record; a text as long as the field has no terminator. */
@@ -88,7 +103,7 @@ void report_changes()
     Service &self = service();
     std::vector<Device> now;
     try {
-        now = self.store->list();
+        now = read_list(self);
     } catch (const PortError &error) {
         report_failure("reading the changed devices", error.code(), error.what());
         return;
@@ -182,7 +197,7 @@ int rdm_get_list(RdmDeviceInfo **list, size_t *count)
     return port_call(__func__, [&] {
         if (!list || !count)
             throw PortError(-EINVAL, "the place for the list or for its length is missing.");
-        const std::vector<Device> devices = open_service().store->list();
+        const std::vector<Device> devices = read_list(open_service());
         RdmDeviceInfo *records = nullptr;
         if (!devices.empty()) {
             records = static_cast<RdmDeviceInfo *>(std::calloc(devices.size(), sizeof *records));
