@@ -7,12 +7,14 @@
 #include "desktop/paths.h"
 #include "desktop/settings.h"
 #include "system_info.h"
+#include "television/bare_display.h"
 #include "television/efl/arrows.h"
 #include "television/efl/interpose.h"
 #include "television/efl/mending.h"
 #include "television/efl/places.h"
 #include "television/efl/redraw.h"
 #include "television/efl/widgets.h"
+#include "television/pictures.h"
 #include "television/reader/reader.h"
 #include "television/theme_variants.h"
 #include "vconf.h"
@@ -61,7 +63,7 @@ std::filesystem::path programme_picture()
         if (std::filesystem::exists(file))
             return file;
     }
-    return {};
+    return vesk_port::share_folder() / "pictures" / "programme.webp";
 }
 
 } // namespace
@@ -132,14 +134,18 @@ void Panel::make_windows()
     evas_object_smart_callback_add(top_, "normal", shown, this);
 
     evas_object_resize(window_, width(), height());
-    evas_object_resize(top_, static_cast<int>(width() * kFirstWindowShare),
-                       static_cast<int>(height() * kFirstWindowShare));
+    fills_screen_ = stand_alone(top_);
+    if (!fills_screen_)
+        evas_object_resize(top_, static_cast<int>(width() * kFirstWindowShare),
+                           static_cast<int>(height() * kFirstWindowShare));
 }
 
 void Panel::show_programme()
 {
     programme_ = evas_object_image_filled_add(canvas());
-    evas_object_image_file_set(programme_, programme_picture().c_str(), nullptr);
+    const auto picture = programme_picture();
+    evas_object_image_file_set(programme_, picture.c_str(), nullptr);
+    picture_asked(picture, evas_object_image_load_error_get(programme_) == EVAS_LOAD_ERROR_NONE);
     evas_object_pass_events_set(programme_, EINA_TRUE);
     evas_object_layer_set(programme_, EVAS_LAYER_MIN + 1);
     evas_object_show(programme_);
@@ -188,7 +194,8 @@ void Panel::turn(bool portrait)
     int window_width = 0;
     int window_height = 0;
     evas_object_geometry_get(top_, nullptr, nullptr, &window_width, &window_height);
-    evas_object_resize(top_, window_height, window_width);
+    if (!fills_screen_)
+        evas_object_resize(top_, window_height, window_width);
     fit();
 }
 

@@ -94,6 +94,7 @@ private:
     Evas_Object *picture_ = nullptr;   /* what the panel shows, in top_ */
     Evas_Object *programme_ = nullptr; /* the drawn television programme behind the screens */
     bool portrait_ = false;
+    bool fills_screen_ = false; /* top_, whatever the panel's proportions */
     std::function<void()> close_handler_;
     std::function<void(bool)> visible_handler_;
 };

@@ -12,6 +12,7 @@
 #include "television/efl/focus.h"
 #include "television/efl/widgets.h"
 #include "television/gadget.h"
+#include "television/pictures.h"
 #include "television/reader/reader.h"
 #include "television/settings_overlay.h"
 #include "television/share.h"
@@ -63,7 +64,11 @@ Eina_Bool elm_image_file_set(Evas_Object *image, const char *file, const char *g
 {
     const std::string mapped = file ? vesk::desktop_path(file) : "";
     elm_image_preload_disabled_set(image, vesk::loads_at_once());
-    PASS_ON(elm_image_file_set, image, file ? mapped.c_str() : nullptr, group);
+    static const auto next = behind(&elm_image_file_set, "elm_image_file_set");
+    const Eina_Bool shown = next(image, file ? mapped.c_str() : nullptr, group);
+    if (file)
+        vesk::picture_asked(mapped, shown);
+    return shown;
 }
 
 Evas_Object *elm_popup_add(Evas_Object *parent)
