@@ -47,6 +47,8 @@ libgmock-dev              tests
 python3                   catalogue checks
 binutils                  check of the module's symbols
 xvfb                      tests of the window
+libx11-dev                tests of the window: what is on the screen
+libxtst-dev               tests of the window: keys of the keyboard
 EOF
 }
 
