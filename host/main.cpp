@@ -18,11 +18,16 @@
 #include "desktop/settings.h"
 #include "desktop/text.h"
 #include "dlog.h"
+#include "notice_line.h"
+#include "notices.h"
 #include "options.h"
 #include "remote_script.h"
+#include "shared_files.h"
+#include "signals.h"
 #include "start_checks.h"
 #include "television/gadget.h"
 #include "television/language.h"
+#include "television/pictures.h"
 #include "television/reader/reader.h"
 #include "television/reader/speech.h"
 #include "vconf.h"
@@ -36,25 +41,39 @@ void tell(const std::string &message)
     std::fprintf(stderr, "vesk-host: %s\n", vesk_port::short_message(message).c_str());
 }
 
-/* Without an option the terminal tells what a user can do something about: the port's own sentences. */
+/* Where the log does not go to the terminal, that tells what a user can do something about: the port's own sentences.
+ */
 void tell_on_terminal(int priority, const std::string &tag, const std::string &text)
 {
     if (tag == vesk_port::kPortTag && priority >= DLOG_WARN)
         tell(text);
 }
 
-void set_up_log(const Options &options)
+bool is_set(const char *variable)
+{
+    const char *value = std::getenv(variable);
+    return value && *value;
+}
+
+void set_up_log(const Options &options, StoreNotices &store)
 {
     if (!options.log.empty())
         vesk_port::set_log_file(options.log);
-    if (options.log_level) {
+    const bool to_file = !options.log.empty() || is_set("VESK_LOG");
+    const bool unasked = !to_file && !options.log_level && !is_set("VESK_LOG_LEVEL");
+    if (options.log_level)
         vesk_port::set_log_level(*options.log_level);
-    } else if (!options.log.empty()) {
+    else if (!options.log.empty())
         vesk_port::set_log_level(DLOG_INFO);
-    } else if (!getenv("VESK_LOG") && !getenv("VESK_LOG_LEVEL")) {
+    else if (unasked)
         vesk_port::set_log_level(vesk_port::log_level_of("off"));
-        vesk_port::set_log_sink(tell_on_terminal);
-    }
+    const bool on_terminal = to_file || unasked;
+    vesk_port::set_log_sink([&store, on_terminal](int priority, const std::string &tag, const std::string &text) {
+        if (on_terminal)
+            tell_on_terminal(priority, tag, text);
+        if (tag == vesk_port::kPortTag)
+            store.log_line(text);
+    });
 }
 
 void set_up_television(const Options &options)
@@ -84,43 +103,80 @@ std::string chosen_locale()
     return language;
 }
 
-void set_up_language(const std::string &language)
+/* On the terminal and on the panel, once. */
+void complain(Notices &notices, const std::string &about, const std::string &sentence)
 {
-    if (!use_language(language))
-        tell("there are no texts in the language " + vesk_port::in_quotes(language) + "; they are shown in English");
+    if (notices.put_up(about, sentence))
+        tell(sentence);
 }
 
-/* The keyboard's keys go to the panel as keys of the remote; nobody else gets them. */
-void connect_keyboard(Panel &panel)
+void set_up_language(const std::string &language, Notices &notices)
 {
-    const auto pass_on = [](Panel &to, void *event, auto act) {
-        const auto key = remote_key(static_cast<Ecore_Event_Key *>(event)->keyname);
-        if (!key.empty())
-            (to.*act)(key);
-        return ECORE_CALLBACK_DONE;
-    };
+    for (const auto &complaint : complaints_about_files(language))
+        complain(notices, complaint, complaint);
+    if (!use_language(language))
+        complain(notices, "language",
+                 "there are no texts in the language " + vesk_port::in_quotes(language) +
+                     "; they are shown in English");
+}
+
+void watch_pictures(Notices &notices)
+{
+    set_picture_listener([&notices](const std::string &file, bool shown) {
+        if (shown)
+            notices.take_back(file);
+        else
+            complain(notices, file, complaint_about_picture(file));
+    });
+}
+
+/* What the window's keys and touches go to. */
+struct Remote {
+    Panel &panel;
+    Gadget &gadget;
+    StoreNotices &store;
+    bool &ended;
+};
+
+/* A panel that is left with a notice after its module's end is closed with any key or touch. */
+bool input_came(Remote &remote)
+{
+    remote.ended = remote.ended || remote.gadget.ended();
+    remote.store.input_came();
+    return remote.gadget.running();
+}
+
+/* The keyboard's keys go to the panel as keys of the remote; nobody else gets them. While a module that has ended
+   leaves its last toast up, none is heard. */
+void connect_input(Remote &remote)
+{
     ecore_event_handler_prepend(
         ECORE_EVENT_KEY_DOWN,
         [](void *data, int, void *event) -> Eina_Bool {
-            return decltype(pass_on)()(*static_cast<Panel *>(data), event, &Panel::key_down);
+            auto &to = *static_cast<Remote *>(data);
+            const auto key = remote_key(static_cast<Ecore_Event_Key *>(event)->keyname);
+            if (!key.empty() && input_came(to))
+                to.panel.key_down(key);
+            return ECORE_CALLBACK_DONE;
         },
-        &panel);
+        &remote);
     ecore_event_handler_prepend(
         ECORE_EVENT_KEY_UP,
         [](void *data, int, void *event) -> Eina_Bool {
-            return decltype(pass_on)()(*static_cast<Panel *>(data), event, &Panel::key_up);
+            auto &to = *static_cast<Remote *>(data);
+            const auto key = remote_key(static_cast<Ecore_Event_Key *>(event)->keyname);
+            if (!key.empty() && to.gadget.running())
+                to.panel.key_up(key);
+            return ECORE_CALLBACK_DONE;
         },
-        &panel);
-}
-
-void end_on_signals(bool &ended)
-{
-    const auto end = [](void *flag, int, void *) -> Eina_Bool {
-        *static_cast<bool *>(flag) = true;
-        return ECORE_CALLBACK_DONE;
-    };
-    ecore_event_handler_prepend(ECORE_EVENT_SIGNAL_EXIT, end, &ended);
-    ecore_event_handler_prepend(ECORE_EVENT_SIGNAL_HUP, end, &ended);
+        &remote);
+    ecore_event_handler_prepend(
+        ECORE_EVENT_MOUSE_BUTTON_DOWN,
+        [](void *data, int, void *) -> Eina_Bool {
+            input_came(*static_cast<Remote *>(data));
+            return ECORE_CALLBACK_PASS_ON;
+        },
+        &remote);
 }
 
 /* An empty file that nobody else can have prepared, in a folder that everybody may write to. */
@@ -145,7 +201,7 @@ void take_picture(Panel &panel, const Options &options)
     std::printf("%s\n", file.c_str());
 }
 
-void play(const Options &options)
+void play(const Options &options, Notices &notices, StoreNotices &store)
 {
     Toolkit toolkit({.display = options.display,
                      .animations = options.animations,
@@ -153,23 +209,26 @@ void play(const Options &options)
                      .log_messages = !options.log.empty(),
                      .theme = {}});
     const auto locale = chosen_locale();
-    set_up_language(locale);
+    set_up_language(locale, notices);
     std::optional<Speech> speech;
     std::optional<Reader> reader;
-    if (options.screen_reader) {
-        speech.emplace(options.transcript, locale);
+    if (options.screen_reader || !options.transcript.empty()) {
+        speech.emplace(
+            SpeechOptions{.transcript = options.transcript, .locale = locale, .aloud = options.screen_reader}, tell);
         reader.emplace([&speech](const std::string &text, bool interrupt) { speech->say(text, interrupt); });
     }
     bool ended = false;
     end_on_signals(ended);
+    watch_pictures(notices);
     Panel panel(toolkit);
+    NoticeLine line(panel, notices);
     Gadget gadget(panel, options.module);
     panel.on_close([&ended] { ended = true; });
     panel.on_visible([&gadget](bool visible) { visible ? gadget.resume() : gadget.pause(); });
+    gadget.wait_for_last_toast();
     gadget.start();
 
-    const auto over = [&] { return ended || !gadget.running(); };
-    play_remote(panel, options.keys, over);
+    play_remote(panel, options.keys, [&] { return ended || !gadget.running(); });
     if (ended)
         return;
     if (!options.display || !options.screenshot.empty()) {
@@ -178,8 +237,10 @@ void play(const Options &options)
     }
     std::puts(kRemoteKeysLine);
     std::fflush(stdout);
-    connect_keyboard(panel);
-    toolkit.run_until(over);
+    store.input_came(); /* what failed before a user could do anything closes no panel, and keeps none open */
+    Remote remote{panel, gadget, store, ended};
+    connect_input(remote);
+    toolkit.run_until([&] { return ended || (gadget.ended() && !store.failed_since_input()); });
 }
 
 } // namespace
@@ -191,11 +252,13 @@ int main(int argc, char **argv)
     const auto options = vesk::read_options(argc, argv, exit_code);
     if (!options)
         return exit_code;
+    static Notices notices; /* the log tells them to the process's end */
+    static StoreNotices store(notices);
     try {
-        set_up_log(*options);
+        set_up_log(*options, store);
         set_up_television(*options);
         check_start();
-        play(*options);
+        play(*options, notices, store);
         return 0;
     } catch (const std::exception &error) {
         tell(error.what());

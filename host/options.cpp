@@ -77,13 +77,12 @@ std::optional<Options> read_options(int argc, char **argv, int &exit_code)
         ->type_name("WORD")
         ->check(readable(
             [](const std::string &word) { vesk_port::setting_value(vesk_port::kOrientationSetting.key, word); }));
-    program
-        .add_option("--language", options.language,
-                    "locale such as ko_KR; a change shows in the next screen")
+    program.add_option("--language", options.language, "locale (ko_KR); a live change shows on the next screen")
         ->type_name("LOCALE");
     program.add_flag("--high-contrast", options.high_contrast, "black, white and one accent");
     program.add_flag("--screen-reader", options.screen_reader, "speaks what has the focus");
-    program.add_option("--transcript", options.transcript, "spoken texts into a file")->type_name("FILE");
+    program.add_option("--transcript", options.transcript, "what is said, into a file, with or without the reader")
+        ->type_name("FILE");
     program.add_option("--scale", options.scale, "magnification of the screen, 0.5 to 1.5")
         ->check(readable(check_scale))
         ->type_name("N");

@@ -8,6 +8,7 @@
 #include "desktop/gadget_host.h"
 #include "desktop/settings.h"
 #include "television/efl/mending.h"
+#include "television/toast.h"
 
 namespace vesk {
 
@@ -83,16 +84,59 @@ int Gadget::wish_to_stop(ui_gadget_h handle)
 {
     if (!current || handle != current->handle() || !current->running())
         return -1;
-    if (!current->stopping_) {
-        current->stopping_ = ecore_job_add(
-            [](void *gadget) {
-                auto *self = static_cast<Gadget *>(gadget);
-                self->stopping_ = nullptr;
-                vesk_port::fenced("ending the module", [self] { self->stop(); });
-            },
-            current);
-    }
+    current->leave_soon();
     return 0;
+}
+
+void Gadget::leave_soon()
+{
+    if (stopping_)
+        return;
+    stopping_ = ecore_job_add(
+        [](void *gadget) {
+            auto *self = static_cast<Gadget *>(gadget);
+            self->stopping_ = nullptr;
+            vesk_port::fenced("ending the module", [self] { self->leave(); });
+        },
+        this);
+}
+
+/* A module whose last toast is waited for stays loaded meanwhile, and hears nothing. */
+void Gadget::leave()
+{
+    if (running())
+        take_down();
+    toast_ = waits_for_toast_ ? shown_toast(panel_.window()) : nullptr;
+    if (!toast_) {
+        stop();
+        return;
+    }
+    evas_object_event_callback_add(toast_, EVAS_CALLBACK_HIDE, toast_gone, this);
+    evas_object_event_callback_add(toast_, EVAS_CALLBACK_DEL, toast_gone, this);
+}
+
+void Gadget::toast_gone(void *gadget, Evas *, Evas_Object *, void *)
+{
+    auto *self = static_cast<Gadget *>(gadget);
+    self->forget_toast();
+    self->leave_soon();
+}
+
+void Gadget::forget_toast()
+{
+    if (!toast_)
+        return;
+    evas_object_event_callback_del_full(toast_, EVAS_CALLBACK_HIDE, toast_gone, this);
+    evas_object_event_callback_del_full(toast_, EVAS_CALLBACK_DEL, toast_gone, this);
+    toast_ = nullptr;
+}
+
+void Gadget::take_down()
+{
+    panel_.take_keys(false);
+    if (operations_.destroy)
+        operations_.destroy(handle(), nullptr, operations_.priv);
+    state_ = State::leaving;
 }
 
 void Gadget::stop()
@@ -100,12 +144,10 @@ void Gadget::stop()
     if (stopping_)
         ecore_job_del(stopping_);
     stopping_ = nullptr;
-    if (state_ == State::running) {
-        panel_.take_keys(false);
-        if (operations_.destroy)
-            operations_.destroy(handle(), nullptr, operations_.priv);
-    }
-    if (state_ == State::running || state_ == State::initialised)
+    forget_toast();
+    if (state_ == State::running)
+        take_down();
+    if (state_ == State::leaving || state_ == State::initialised)
         end_module();
     state_ = State::ended;
     if (library_)

@@ -35,6 +35,13 @@ public:
     /* Whether the screen exists: from start until the module's own wish to be destroyed has been carried out. */
     bool running() const { return state_ == State::running; }
 
+    /* From now on a module that asks for its end while a toast is up is unloaded when the toast has had its time. Its
+       screen goes as promptly as otherwise. */
+    void wait_for_last_toast() { waits_for_toast_ = true; }
+
+    /* Whether the module has been unloaded. */
+    bool ended() const { return state_ == State::ended; }
+
     void pause();
     void resume();
 
@@ -43,10 +50,15 @@ public:
     void stop();
 
 private:
-    enum class State { loaded, initialised, running, ended };
+    enum class State { loaded, initialised, running, leaving, ended };
 
     static int wish_to_stop(ui_gadget_h handle);
+    static void toast_gone(void *gadget, Evas *, Evas_Object *, void *);
     ui_gadget_h handle() { return reinterpret_cast<ui_gadget_h>(this); }
+    void leave_soon();
+    void leave();
+    void forget_toast();
+    void take_down();
     void end_module();
     void unload();
 
@@ -56,6 +68,8 @@ private:
     ug_module_ops operations_{};
     State state_ = State::loaded;
     Ecore_Job *stopping_ = nullptr;
+    bool waits_for_toast_ = false;
+    Evas_Object *toast_ = nullptr; /* what is waited for */
 };
 
 } // namespace vesk

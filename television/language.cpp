@@ -6,18 +6,16 @@
 #include <clocale>
 #include <cstdlib>
 #include <dlfcn.h>
-#include <filesystem>
 #include <string_view>
 #include <vector>
 
-#include "desktop/paths.h"
+#include "television/catalogue.h"
 #include "television/theme_variants.h"
 
 namespace vesk {
 
 namespace {
 
-constexpr char kEnglish[] = "en_GB";
 constexpr std::array<std::string_view, 5> kRightToLeft{"ar_AE", "ckb_IQ", "fa_IR", "he_IL", "ur_PK"};
 
 /* The locale's name without its encoding: "sr_RS.UTF-8@latin" becomes "sr_RS@latin". */
@@ -35,7 +33,13 @@ std::string language_of(const std::string &locale)
     return locale.substr(0, locale.find_first_of("_.@"));
 }
 
-/* The names that gettext looks under, the closest first. */
+bool has_catalogue(const std::string &name)
+{
+    return state_of_catalogue(catalogue_file(name)) == Catalogue::good;
+}
+
+} // namespace
+
 std::vector<std::string> catalogue_names(const std::string &locale)
 {
     const auto full = without_encoding(locale);
@@ -50,10 +54,7 @@ std::vector<std::string> catalogue_names(const std::string &locale)
     return names;
 }
 
-bool has_catalogue(const std::string &name)
-{
-    return std::filesystem::exists(vesk_port::share_folder() / "locale" / name / "LC_MESSAGES" / "ug-VeskUG-efl.mo");
-}
+namespace {
 
 /* What the toolkit is told when it asks for the locale of the texts. */
 std::string told;
@@ -69,7 +70,8 @@ void tell_language(const std::string &locale)
 bool use_language(const std::string &locale)
 {
     const bool found = std::ranges::any_of(catalogue_names(locale), has_catalogue);
-    const std::string names = found ? without_encoding(locale) + ":" + kEnglish : kEnglish;
+    const std::string english = has_catalogue(kEnglish) ? kEnglish : "";
+    const std::string names = found ? without_encoding(locale) + ":" + english : english;
     setenv("LANGUAGE", names.c_str(), 1);
     /* In the locale "C" gettext looks up nothing; every system has "C.UTF-8", and LANGUAGE says the rest. Texts that
        were looked up before are forgotten only when the locale really changes. */

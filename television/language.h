@@ -1,8 +1,15 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace vesk {
+
+/* The locale of the texts where another has none. */
+inline constexpr char kEnglish[] = "en_GB";
+
+/* The names that gettext looks for a locale's catalogue under, the closest first. */
+std::vector<std::string> catalogue_names(const std::string &locale);
 
 /* Makes this process speak the language of a locale name such as "ko_KR" or "ko_KR.UTF-8": texts by gettext, also on a
    system that has no locales generated, and the direction of the toolkit's layouts. Returns false when there is no

@@ -8,10 +8,12 @@
 #include "desktop/paths.h"
 #include "desktop/settings.h"
 #include "system_info.h"
+#include "television/bare_display.h"
 #include "television/efl/interpose.h"
 #include "television/efl/mending.h"
 #include "television/efl/redraw.h"
 #include "television/efl/rows.h"
+#include "television/pictures.h"
 #include "television/reader/reader.h"
 #include "television/theme_variants.h"
 #include "television/window_size.h"
@@ -125,6 +127,7 @@ void Panel::make_windows()
     evas_object_smart_callback_add(top_, "normal", shown, this);
 
     evas_object_resize(window_, width(), height());
+    fills_screen_ = stand_alone(top_);
     resize_window(static_cast<int>(width() * kFirstWindowShare), static_cast<int>(height() * kFirstWindowShare));
 }
 
@@ -139,7 +142,9 @@ void Panel::tell_visible(bool visible) const
 void Panel::show_programme()
 {
     programme_ = evas_object_image_add(canvas());
-    evas_object_image_file_set(programme_, (vesk_port::share_folder() / "pictures" / "programme.png").c_str(), nullptr);
+    const auto picture = vesk_port::share_folder() / "pictures" / "programme.png";
+    evas_object_image_file_set(programme_, picture.c_str(), nullptr);
+    picture_asked(picture, evas_object_image_load_error_get(programme_) == EVAS_LOAD_ERROR_NONE);
     evas_object_pass_events_set(programme_, EINA_TRUE);
     evas_object_layer_set(programme_, EVAS_LAYER_MIN + 1);
     evas_object_show(programme_);
@@ -218,6 +223,8 @@ void Panel::turn(bool portrait)
 /* A panel that turns becomes higher than many displays: its lower end could not be seen. */
 void Panel::resize_window(int width, int height)
 {
+    if (fills_screen_)
+        return;
     Size screen;
     elm_win_screen_size_get(top_, nullptr, nullptr, &screen.width, &screen.height);
     const auto size = size_on_screen({width, height}, screen);

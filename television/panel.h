@@ -110,6 +110,7 @@ private:
     Evas_Object *programme_ = nullptr; /* the drawn television programme behind the screens */
     bool portrait_ = false;
     std::unique_ptr<efl::Mending> mending_;
+    bool fills_screen_ = false; /* top_, whatever the panel's proportions */
     std::function<void()> close_handler_;
     std::function<void(bool)> visible_handler_;
 };

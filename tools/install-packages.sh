@@ -53,6 +53,8 @@ binutils                  check of the module's symbols
 xvfb                      tests of the window
 dbus                      tests with a mock of bluetoothd, on a bus of their own
 python3-dbusmock          the mock
+libx11-dev                tests of the window: what is on the screen
+libxtst-dev               tests of the window: keys of the keyboard
 EOF
 }
 

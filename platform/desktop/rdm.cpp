@@ -51,6 +51,7 @@ struct Service {
     int called = 0;        /* the listener whose callback is running, or 0 */
     GlibSource comparison; /* will look for changes */
     gint64 last_report = -kReportGap;
+    bool unreadable = false; /* the list, when it was read last */
 };
 
 Service &service()
@@ -78,6 +79,19 @@ std::vector<int> handles()
     std::vector<int> all;
     std::ranges::transform(service().listeners, std::back_inserter(all), &Listener::handle);
     return all;
+}
+
+std::vector<Device> read_list(Service &self)
+{
+    try {
+        auto list = self.devices->list();
+        if (std::exchange(self.unreadable, false))
+            log_line(DLOG_INFO, kPortTag, kReadableAgain);
+        return list;
+    } catch (const PortError &) {
+        self.unreadable = true;
+        throw;
+    }
 }
 
 /* Fills a field of the record; a text as long as the field has no terminator. */
@@ -191,7 +205,7 @@ void compare_lists()
 {
     Service &self = service();
     try {
-        self.last = self.devices->list();
+        self.last = read_list(self);
         self.failure.clear();
     } catch (const PortError &error) {
         if (self.failure != error.what())
@@ -296,7 +310,7 @@ int rdm_get_list(RdmDeviceInfo **list, size_t *count)
     return port_call(__func__, [&] {
         if (!list || !count)
             throw PortError(-EINVAL, "the place for the list or for its length is missing.");
-        const std::vector<Device> devices = open_service().devices->list();
+        const std::vector<Device> devices = read_list(open_service());
         RdmDeviceInfo *records = nullptr;
         if (!devices.empty()) {
             records = static_cast<RdmDeviceInfo *>(std::calloc(devices.size(), sizeof *records));

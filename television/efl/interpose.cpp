@@ -10,6 +10,7 @@
 
 #include "desktop/fence.h"
 #include "television/efl/mending.h"
+#include "television/pictures.h"
 #include "television/reader/reader.h"
 #include "television/share.h"
 #include "television/toolkit.h"
@@ -82,7 +83,12 @@ __attribute__((visibility("default"))) char *bindtextdomain(const char *domain, 
 Eina_Bool elm_image_file_set(Evas_Object *image, const char *file, const char *group)
 {
     elm_image_preload_disabled_set(image, vesk::loads_at_once());
-    PASS_ON(elm_image_file_set, image, file ? mapped(__func__, file).c_str() : nullptr, group);
+    static const auto next = behind(&elm_image_file_set, "elm_image_file_set");
+    const std::string path = file ? mapped(__func__, file) : "";
+    const Eina_Bool shown = next(image, file ? path.c_str() : nullptr, group);
+    if (file)
+        vesk_port::fenced(__func__, [&] { vesk::picture_asked(path, shown); });
+    return shown;
 }
 
 Evas_Object *elm_popup_add(Evas_Object *parent)

@@ -1,19 +1,28 @@
 #pragma once
-/* Where spoken texts go: to the speech synthesiser espeak-ng, or into a transcript. */
+/* Where spoken texts go: to the speech synthesiser espeak-ng, into a transcript, or to both. */
 
 #include <cstdio>
 #include <deque>
 #include <filesystem>
+#include <functional>
 #include <glib.h>
 #include <string>
 
 namespace vesk {
 
+struct SpeechOptions {
+    std::filesystem::path transcript; /* empty: none */
+    std::string locale;               /* the texts' own */
+    bool aloud = true;
+};
+
 class Speech {
 public:
-    /* Writes to `transcript` when it is named; otherwise speaks in the language of the locale, or, where espeak-ng is
-       not installed, writes to the terminal. Throws std::runtime_error that names a file that cannot be written. */
-    Speech(const std::filesystem::path &transcript, const std::string &locale);
+    using Complain = std::function<void(const std::string &sentence)>;
+
+    /* What can't be spoken aloud, for want of espeak-ng or of a voice, is written to the terminal where there is no
+       transcript; `complain` is told why, once. Throws std::runtime_error that names a file that cannot be written. */
+    Speech(const SpeechOptions &options, Complain complain);
     ~Speech();
     Speech(const Speech &) = delete;
     Speech &operator=(const Speech &) = delete;
@@ -25,11 +34,15 @@ public:
 private:
     void write_line(const std::string &text);
     void speak_next();
+    void speaker_ended(int status);
     void stop_speaking();
+    void give_up_speaking(const std::string &why);
 
-    FILE *lines_ = nullptr;
+    FILE *lines_ = nullptr; /* the transcript or the terminal */
     std::string voice_;
-    std::deque<std::string> waiting_;
+    Complain complain_;
+    bool aloud_;
+    std::deque<std::string> waiting_; /* the first is being spoken while there is a speaker */
     GPid speaker_ = 0;
     guint speaker_watch_ = 0;
     gint64 start_ = 0;

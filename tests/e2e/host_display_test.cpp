@@ -1,57 +1,38 @@
-/* vesk-host in a window, on an X server of the test's own. */
+/* vesk-host in a window. */
 
 #include <csignal>
-#include <fcntl.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include "host_fixture.h"
+#include "host_display_fixture.h"
 
 using testing::HasSubstr;
 
 namespace {
 
-class HostDisplay : public HostTest {
+/* Places of the panel. */
+constexpr int kPopupX = 720; /* beside the list's title */
+constexpr int kPopupY = 210;
+constexpr int kToastX = 960;
+constexpr int kToastY = 505;
+
+class HostWindow : public HostDisplay {
 protected:
-    /* The server takes the first free number and tells it on a descriptor. */
-    void SetUp() override
+    /* By the times of the log's lines, such as "23:59:58.123". */
+    double seconds_between(const std::string &first, const std::string &second)
     {
-        int number[2];
-        ASSERT_EQ(pipe(number), 0);
-        server_ = fork();
-        ASSERT_GE(server_, 0);
-        if (server_ == 0) {
-            const int null = open("/dev/null", O_WRONLY);
-            dup2(null, STDERR_FILENO);
-            const std::string descriptor = std::to_string(number[1]);
-            execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", "1600x1200x24", "-noreset",
-                   "-nolisten", "tcp", nullptr);
-            _exit(127);
-        }
-        close(number[1]);
-        /* The number and its line end come in two writes. */
-        std::string display = ":";
-        char letter = 0;
-        while (read(number[0], &letter, 1) == 1 && letter != '\n')
-            display += letter;
-        close(number[0]);
-        ASSERT_EQ(letter, '\n') << "Xvfb does not start";
-        setenv("DISPLAY", display.c_str(), 1);
+        const auto time_of = [this](const std::string &text) {
+            const auto log = host_log();
+            const auto line = log.rfind('\n', log.find(text)) + 1;
+            const auto number = [&](size_t at, size_t length) { return std::stod(log.substr(line + at, length)); };
+            return number(0, 2) * 3600 + number(3, 2) * 60 + number(6, 6);
+        };
+        const double seconds = time_of(second) - time_of(first);
+        return seconds < 0 ? seconds + 24 * 3600 : seconds;
     }
-
-    void TearDown() override
-    {
-        unsetenv("DISPLAY");
-        kill(server_, SIGTERM);
-        waitpid(server_, nullptr, 0);
-    }
-
-    pid_t server_ = -1;
 };
 
 } // namespace
 
-TEST_F(HostDisplay, TheWindowShowsThePanelUntilItIsEnded)
+TEST_F(HostWindow, TheWindowShowsThePanelUntilItIsEnded)
 {
     start_in_window({});
     ASSERT_TRUE(printed("Keys: arrows"));
@@ -62,9 +43,40 @@ TEST_F(HostDisplay, TheWindowShowsThePanelUntilItIsEnded)
     EXPECT_THAT(host_log(), HasSubstr("VESK EXIT"));
 }
 
-TEST_F(HostDisplay, ThePictureIsThePanelsWhateverTheWindowsSize)
+TEST_F(HostWindow, ThePictureIsThePanelsWhateverTheWindowsSize)
 {
     start_in_window({"--screenshot", picture_, "--keys", "Down"});
     EXPECT_EQ(finish().exit_code, 0);
     EXPECT_EQ(size_of_png(picture_), std::make_pair(1920U, 1080U));
+}
+
+TEST_F(HostWindow, WithoutAWindowManagerItFillsTheScreenAndHasTheKeyboard)
+{
+    start_in_window({});
+    ASSERT_TRUE(printed("Keys: arrows"));
+    EXPECT_TRUE(light_at(kPopupX, kPopupY));
+    type("Down");
+    ASSERT_TRUE(logged("key[Down]"));
+    type("Escape");
+    EXPECT_EQ(finish().exit_code, 0);
+}
+
+TEST_F(HostWindow, WithAWindowManagerTheWindowIsLeftToIt)
+{
+    manage_windows();
+    start_in_window({});
+    EXPECT_EQ(size_of_managed_window(), std::make_pair(1280, 720));
+}
+
+TEST_F(HostWindow, TheLastToastIsShownToItsEndWhateverIsTyped)
+{
+    start_in_window({"--keys", "Right Return Right Up Return Down Return Left Return"});
+    ASSERT_TRUE(logged("VESK destroyed."));
+    EXPECT_TRUE(dark_at(kPopupX, kPopupY)) << "the list has gone";
+    EXPECT_TRUE(light_at(kToastX, kToastY)) << "the toast is up";
+    ASSERT_TRUE(printed("Keys: arrows"));
+    for (const char *key : {"Return", "Escape", "F4", "Down"})
+        type(key);
+    EXPECT_EQ(finish().exit_code, 0);
+    EXPECT_GE(seconds_between("VESK destroyed.", "VESK EXIT"), 2.5);
 }

@@ -16,16 +16,6 @@ bool names(const std::vector<std::string> &arguments, const std::string &option)
     return std::ranges::find(arguments, option) != arguments.end();
 }
 
-/* Another process makes the condition come true, which no event of this one tells. */
-bool wait_until(const std::function<bool()> &condition)
-{
-    const auto look_again = [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; };
-    const unsigned poll = g_timeout_add(kPollMs, look_again, nullptr);
-    const bool held = run_until(condition);
-    g_source_remove(poll);
-    return held;
-}
-
 } // namespace
 
 HostTest::HostTest()
@@ -65,6 +55,15 @@ void HostTest::spawn(std::vector<std::string> arguments)
                                        &pid_, -1, out, err, nullptr));
     close(out);
     close(err);
+}
+
+bool HostTest::wait_until(const std::function<bool()> &condition)
+{
+    const auto look_again = [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; };
+    const unsigned poll = g_timeout_add(kPollMs, look_again, nullptr);
+    const bool held = run_until(condition);
+    g_source_remove(poll);
+    return held;
 }
 
 ProcessResult HostTest::finish()

@@ -1,6 +1,7 @@
 #pragma once
 /* What the tests of vesk-host share. */
 
+#include <functional>
 #include <glib.h>
 
 #include "port_fixture.h"
@@ -25,6 +26,9 @@ protected:
 
     /* Starts the host on the display that the environment names. */
     void start_in_window(std::vector<std::string> arguments);
+
+    /* Waits for what another process makes come true, which no event of this one tells. */
+    static bool wait_until(const std::function<bool()> &condition);
 
     /* Waits for the end of the started host. */
     ProcessResult finish();

@@ -45,6 +45,15 @@ TEST_F(HostLife, TerminationEndsItCleanly)
     expect_clean_end_on(SIGTERM);
 }
 
+TEST_F(HostLife, AModuleThatNeverReturnsDoesNotKeepItFromEnding)
+{
+    start("", {"--module", STUCK_MODULE});
+    ASSERT_EQ(kill(pid(), SIGTERM), 0);
+    const ProcessResult result = finish();
+    EXPECT_EQ(result.exit_code, 128 + SIGTERM);
+    EXPECT_THAT(result.err, HasSubstr("did not come to its end"));
+}
+
 TEST_F(HostLife, AChangeFromOutsideIsShownInTheOpenList)
 {
     start();

@@ -74,6 +74,11 @@ TEST_F(HostOptions, MessagesAreShortAndCannotSteerTheTerminal)
     }
 }
 
+TEST_F(HostOptions, HelpTellsWhenALanguageShows)
+{
+    EXPECT_THAT(run({"--help"}).out, HasSubstr("a live change shows on the next screen"));
+}
+
 TEST_F(HostOptions, HelpTellsWhatAClickDoes)
 {
     EXPECT_THAT(run({"--help"}).out, AllOf(HasSubstr("A click is a touch"), HasSubstr("only moves")));
