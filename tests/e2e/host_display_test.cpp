@@ -12,7 +12,7 @@ namespace {
 constexpr int kPopupX = 720; /* beside the list's title */
 constexpr int kPopupY = 210;
 constexpr int kToastX = 960;
-constexpr int kToastY = 505;
+constexpr int kToastY = 960;
 
 class HostWindow : public HostDisplay {
 protected:
