@@ -87,7 +87,7 @@ GKeyFile *current()
         return read->file.get();
     read.reset();
     try {
-        read.emplace(path, state, load(path));
+        read.emplace(Read{path, state, load(path)});
     } catch (const PortError &error) {
         if (told == error.what())
             throw RepeatedError(error);
