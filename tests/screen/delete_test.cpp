@@ -29,10 +29,6 @@ struct DeleteTest : EditTest {
         return asked;
     }
 
-    Evas_Object *answer(const char *part) { return elm_object_part_content_get(app()->delete_popup, part); }
-    Evas_Object *yes() { return answer("button1"); }
-    Evas_Object *no() { return answer("button2"); }
-
     static std::vector<std::string> service_names(const std::vector<vesk_port::Device> &devices)
     {
         std::vector<std::string> result;
@@ -52,8 +48,6 @@ struct DeleteTest : EditTest {
     }
 
     size_t confirmations() { return shown_popups(panel().canvas(), "P_PopupBasicBottom_02").size(); }
-
-    void remove_elsewhere(int64_t id) { vesk_port::DeviceStore(folder() / "devices.db").remove(id); }
 
     std::string toast_marker(const std::string &number) const
     {
@@ -463,7 +457,7 @@ TEST_F(DeleteTest, AMarkedDeviceThatIsGoneMeanwhileIsNoObstacle)
     turn_over({1, 3});
     ask_for_deletion();
     forget();
-    remove_elsewhere(registered()[3].id);
+    service().remove(registered()[3].id);
     panel().settle();
     EXPECT_EQ(logged("Edit mode now. refresh canceled."), 1);
     EXPECT_NE(app()->delete_popup, nullptr);
@@ -480,7 +474,7 @@ TEST_F(DeleteTest, AnotherDeviceThatIsGoneMeanwhileIsGoneFromTheListToo)
     open_edit(5);
     turn_over({1, 3});
     ask_for_deletion();
-    remove_elsewhere(registered()[0].id);
+    service().remove(registered()[0].id);
     panel().settle();
     answer_yes();
     EXPECT_THAT(names(), ElementsAre(shown_name("Phone 3"), shown_name("Phone 5")));
@@ -492,8 +486,8 @@ TEST_F(DeleteTest, WithAllOthersGoneMeanwhileTheModuleCloses)
     turn_over({1});
     ask_for_deletion();
     const auto devices = registered();
-    remove_elsewhere(devices[0].id);
-    remove_elsewhere(devices[2].id);
+    service().remove(devices[0].id);
+    service().remove(devices[2].id);
     panel().settle();
     forget();
     answer_yes();
@@ -522,7 +516,7 @@ TEST_F(DeleteTest, ADeviceRegisteredMeanwhileStaysEvenWhenAllAreMarked)
     open_edit(3);
     turn_over({0, 1});
     ask_for_deletion();
-    vesk_port::DeviceStore(folder() / "devices.db").add({phone("New")});
+    service().add({phone("New")});
     panel().settle();
     answer_yes();
     EXPECT_THAT(service_names(), testing::UnorderedElementsAre("Phone 3", "New"));
@@ -546,8 +540,7 @@ TEST_F(DeleteTest, AfterATurnTheConfirmationStillWorks)
     open_edit(5);
     turn_over({2});
     ask_for_deletion();
-    set("orientation", "portrait");
-    panel().settle();
+    turn("portrait");
     EXPECT_EQ(focused(), no());
     answer_yes();
     EXPECT_EQ(registered().size(), 4u);

@@ -408,7 +408,7 @@ TEST_F(EditModeTest, AStatusChangeWaits)
     forget();
     auto devices = registered();
     devices[0].status = 1;
-    vesk_port::DeviceStore(folder() / "devices.db").set_status(devices[0].id, 1);
+    service().set_status(devices[0].id, 1);
     panel().settle();
     EXPECT_EQ(logged("Edit mode now. refresh canceled."), 1);
     EXPECT_TRUE(b_edit_status);
@@ -419,7 +419,7 @@ TEST_F(EditModeTest, AStatusChangeWaits)
 
     /* The table is read again with the next change after edit mode. */
     press("XF86Back");
-    vesk_port::DeviceStore(folder() / "devices.db").set_status(devices[1].id, 1);
+    service().set_status(devices[1].id, 1);
     EXPECT_TRUE(panel().run_until([this] { return names().front() == shown_name("Phone 3"); }, 2000));
     const std::string denied = translated("COM_SID_DENIED_KR_DENY");
     EXPECT_THAT(texts(app()->genlist, "elm.text.1"), ElementsAre(translated("COM_SID_ALLOWED"), denied, denied));

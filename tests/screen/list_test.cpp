@@ -401,27 +401,9 @@ TEST_F(BoardTest, TurnedRowsAreCompact)
 
 /* --- Sizes --- */
 
-struct Size {
-    int width;
-    int height;
-    bool operator==(const Size &) const = default;
-};
-
-std::ostream &operator<<(std::ostream &out, const Size &size)
-{
-    return out << size.width << " x " << size.height;
-}
-
 struct SizeTest : ListTest {
     /* Back to the panel's scale. */
     ~SizeTest() override { elm_config_scale_set(2.0); }
-
-    Size minimum_of(const Evas_Object *rect)
-    {
-        Size size{};
-        evas_object_size_hint_min_get(rect, &size.width, &size.height);
-        return size;
-    }
 
     /* What a list of the design size gets when the screen's code wraps it: it scales the size, and the wrapper does so
        once more. */
@@ -432,7 +414,7 @@ struct SizeTest : ListTest {
         const int width = static_cast<int>(820 * factor + 0.5);
         const int height = static_cast<int>(491 * factor + 0.5);
         Evas_Object *wrapper = widget_min_set(list, app()->base, width, height, main);
-        const Size size = minimum_of(main ? app()->list_rect : app()->action_rect);
+        const Size size = min_of(main ? app()->list_rect : app()->action_rect);
         evas_object_del(wrapper);
         return size;
     }
@@ -442,7 +424,7 @@ TEST_F(SizeTest, TheListIsAsLargeAsDesigned)
 {
     register_devices(phones(1));
     open();
-    EXPECT_EQ(minimum_of(app()->list_rect), (Size{820, 491}));
+    EXPECT_EQ(min_of(app()->list_rect), (Size{820, 491}));
     EXPECT_EQ(area(app()->genlist).w, 820);
     EXPECT_EQ(area(app()->genlist).h, 491);
     EXPECT_EQ(area(app()->genlist).x, 720);
@@ -462,12 +444,12 @@ TEST_F(SizeTest, IsCompactOnATurnedBoardOnly)
     register_devices(phones(1));
     set("orientation", "portrait");
     open();
-    EXPECT_EQ(minimum_of(app()->list_rect), (Size{820, 491}));
+    EXPECT_EQ(min_of(app()->list_rect), (Size{820, 491}));
     close();
 
     use_product("board");
     open();
-    EXPECT_EQ(minimum_of(app()->list_rect), (Size{461, 276}));
+    EXPECT_EQ(min_of(app()->list_rect), (Size{461, 276}));
     EXPECT_EQ(wrapped(1.0), (Size{461, 276}));
     /* 1640 and 982 times nine sixteenths are 922 and 552. */
     EXPECT_EQ(wrapped(2.0), (Size{1844, 1104}));

@@ -23,13 +23,6 @@ struct TurnTest : DetailsTest {
                           with_services("Fourth", 0)});
     }
 
-    static std::pair<int, int> min_of(const Evas_Object *object)
-    {
-        std::pair<int, int> size;
-        evas_object_size_hint_min_get(object, &size.first, &size.second);
-        return size;
-    }
-
     std::string picture(const std::string &name)
     {
         const auto file = folder() / (name + ".png");
@@ -221,12 +214,12 @@ TEST_F(TurnTest, TheListsSizeFollows)
     for (const char *product : {"television", "board"}) {
         use_product(product);
         open();
-        EXPECT_EQ(min_of(app()->list_rect), std::pair(820, 491));
+        EXPECT_EQ(min_of(app()->list_rect), (Size{820, 491}));
         turn("portrait");
-        EXPECT_EQ(min_of(app()->list_rect), std::pair(461, 276)) << product;
+        EXPECT_EQ(min_of(app()->list_rect), (Size{461, 276})) << product;
         EXPECT_GE(area(app()->genlist).w, 461);
         turn("landscape");
-        EXPECT_EQ(min_of(app()->list_rect), std::pair(820, 491)) << product;
+        EXPECT_EQ(min_of(app()->list_rect), (Size{820, 491})) << product;
         EXPECT_GE(area(app()->genlist).w, 820);
         close();
     }
@@ -237,10 +230,10 @@ TEST_F(TurnTest, TheSizesAreScaledTwice)
     open();
     elm_config_scale_set(4.0);
     VconfNotifyCB(nullptr, nullptr);
-    EXPECT_EQ(min_of(app()->list_rect), std::pair(3280, 1964));
+    EXPECT_EQ(min_of(app()->list_rect), (Size{3280, 1964}));
     vesk_port::set_failures("vconf_get_int=-1");
     VconfNotifyCB(nullptr, nullptr);
-    EXPECT_EQ(min_of(app()->list_rect), std::pair(3280, 1964)) << "landscape when it cannot be told";
+    EXPECT_EQ(min_of(app()->list_rect), (Size{3280, 1964})) << "landscape when it cannot be told";
     EXPECT_EQ(logged("error vconf_get_int : 0"), 1);
     elm_config_scale_set(2.0);
 }
@@ -252,7 +245,7 @@ TEST_F(TurnTest, AnyOrientationButZeroIsPortrait)
         vesk_port::write_setting(kOrientationKey, value);
         ASSERT_TRUE(panel().run_until([this] { return panel().portrait(); }, 2000)) << value;
         panel().settle();
-        EXPECT_EQ(min_of(app()->list_rect), std::pair(461, 276));
+        EXPECT_EQ(min_of(app()->list_rect), (Size{461, 276}));
         turn("landscape");
     }
 }
@@ -319,16 +312,16 @@ TEST_F(DropDownTurnTest, SizesAndPlaceFollowTheRow)
     open_third();
     VconfNotifyCB(nullptr, nullptr);
     EXPECT_NEAR(vertical(), (4 * 80 + 268) / 1080.0 - 0.03, 1e-9);
-    EXPECT_EQ(min_of(app()->action_rect), std::pair(250, 279));
+    EXPECT_EQ(min_of(app()->action_rect), (Size{250, 279}));
 
     turn("portrait");
     EXPECT_NEAR(vertical(), (4 * 45 + 813) / 1920.0 - 0.013, 1e-9);
-    EXPECT_EQ(min_of(app()->action_rect), std::pair(140, 156));
+    EXPECT_EQ(min_of(app()->action_rect), (Size{140, 156}));
     EXPECT_TRUE(evas_object_visible_get(app()->action_popup));
 
     turn("landscape");
     EXPECT_NEAR(vertical(), (4 * 80 + 268) / 1080.0 - 0.03, 1e-9);
-    EXPECT_EQ(min_of(app()->action_rect), std::pair(250, 279));
+    EXPECT_EQ(min_of(app()->action_rect), (Size{250, 279}));
 }
 
 TEST_F(DropDownTurnTest, StaysAsItIsOnATelevision)
@@ -361,7 +354,7 @@ TEST_F(DropDownTurnTest, IsNotPlacedByAScreenOfUnknownSize)
         }
     }
     EXPECT_EQ(vertical(), before);
-    EXPECT_EQ(min_of(app()->action_rect), std::pair(140, 156)) << "its size follows all the same";
+    EXPECT_EQ(min_of(app()->action_rect), (Size{140, 156})) << "its size follows all the same";
 }
 
 TEST_F(DropDownTurnTest, IsNotPlacedWithoutASelectedRow)
@@ -476,9 +469,9 @@ TEST_F(TurnTest, AModuleThatOpensTurnedIsWhole)
         ASSERT_TRUE(panel().portrait());
         expect_all_on_the_panel();
         const bool compact = b_is_tablo;
-        EXPECT_EQ(min_of(app()->list_rect), compact ? std::pair(461, 276) : std::pair(820, 491));
+        EXPECT_EQ(min_of(app()->list_rect), (compact ? Size{461, 276} : Size{820, 491}));
         turn("landscape");
-        EXPECT_EQ(min_of(app()->list_rect), std::pair(820, 491));
+        EXPECT_EQ(min_of(app()->list_rect), (Size{820, 491}));
         expect_all_on_the_panel();
         close();
     }
