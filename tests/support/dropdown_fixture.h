@@ -44,3 +44,36 @@ protected:
         return panel().run_until([&] { return logged(message) >= count; }, 3000);
     }
 };
+
+struct DropdownTest : DropdownFixture {
+    /* Two allowed phones and a denied one, at row 2. */
+    void SetUp() override
+    {
+        register_devices({phone("First"), phone("Second"), phone("Barred", false)});
+        open();
+        forget();
+    }
+
+    std::string dimming()
+    {
+        const std::vector<Evas_Object *> base = drawings(app()->base, "elm/popup/base/C_PopupBasic_WhiteRight");
+        return base.size() == 1 ? state_of(base[0], "dim") : "no drawing";
+    }
+
+    int priority_of(const std::string &message) const
+    {
+        for (const LogLine &line : log()) {
+            if (line.message == message)
+                return line.priority;
+        }
+        return -1;
+    }
+
+    void expect_closed_with_the_list_focused(int row)
+    {
+        EXPECT_FALSE(dropdown_open());
+        EXPECT_EQ(focused(), app()->genlist);
+        EXPECT_EQ(focused_row(), row);
+        EXPECT_EQ(dimming(), "default");
+    }
+};
