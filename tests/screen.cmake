@@ -3,7 +3,8 @@
 # What they share: the fixtures and the spy.
 add_library(vesk_screen_test OBJECT
   ${CMAKE_CURRENT_SOURCE_DIR}/support/screen_test.cpp
-  ${CMAKE_CURRENT_SOURCE_DIR}/support/spy.cpp)
+  ${CMAKE_CURRENT_SOURCE_DIR}/support/spy.cpp
+  ${CMAKE_CURRENT_SOURCE_DIR}/support/spy_functions.cpp)
 target_include_directories(vesk_screen_test PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/support)
 target_link_libraries(vesk_screen_test PUBLIC vesk_module_objects vesk_television vesk_port GTest::gmock PRIVATE vesk_warnings)
 # The spy has functions of names that the television has functions for, too.

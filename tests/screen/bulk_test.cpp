@@ -53,7 +53,7 @@ TEST_F(BulkTest, AnImportOfManyIsShownWithFewRefreshes)
 
 TEST_F(BulkTest, ChangesOfAllDevicesOneAfterTheOtherAreFewRefreshes)
 {
-    vesk_port::DeviceStore store(folder() / "devices.db");
+    vesk_port::DeviceStore store = service();
     store.replace(phones(50));
     ASSERT_TRUE(panel().run_until([&] { return device_count == 50; }, 3000));
     forget();

@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <optional>
 
+#include "canvas_parts.h"
 #include "desktop/port_failures.h"
 #include "details.h"
 #include "spy.h"
@@ -18,17 +19,6 @@ namespace {
 
 constexpr const char *kHeadingId = "COM_SID_HERE_LIST_OF_SERVICES_FOR_SELECTED_DEVICE";
 
-struct Size {
-    int width;
-    int height;
-    bool operator==(const Size &) const = default;
-};
-
-std::ostream &operator<<(std::ostream &out, const Size &size)
-{
-    return out << size.width << " x " << size.height;
-}
-
 struct Cell {
     int column, row, columns, rows;
     bool operator==(const Cell &) const = default;
@@ -37,13 +27,6 @@ struct Cell {
 std::ostream &operator<<(std::ostream &out, const Cell &cell)
 {
     return out << cell.column << ',' << cell.row << ',' << cell.columns << ',' << cell.rows;
-}
-
-Size min_of(const Evas_Object *object)
-{
-    Size size{};
-    evas_object_size_hint_min_get(object, &size.width, &size.height);
-    return size;
 }
 
 Size max_of(const Evas_Object *object)

@@ -66,13 +66,6 @@ struct DropdownCallsTest : DropdownFixture {
         const std::vector<Pair> places = asked_of("evas_object_move", app()->action_popup);
         return places.empty() ? Pair{-1, -1} : places.back();
     }
-
-    static Pair minimum_of(const Evas_Object *rect)
-    {
-        Pair size{};
-        evas_object_size_hint_min_get(rect, &size.first, &size.second);
-        return size;
-    }
 };
 
 /* --- Place --- */
@@ -129,7 +122,7 @@ TEST_F(DropdownCallsTest, IsResizedAndAlignedAsAWholeOnATelevision)
     EXPECT_THAT(asked_of("evas_object_resize", app()->action_genlist), testing::Not(Contains(Pair{300, 279})));
     EXPECT_EQ(spy::calls_of("elm_popup_align_set").size(), 1u);
     EXPECT_THAT(asked_of("elm_popup_align_set", app()->action_popup), ElementsAre(Pair{-1, -1}));
-    EXPECT_EQ(minimum_of(app()->action_rect), (Pair{250, 279}));
+    EXPECT_EQ(min_of(app()->action_rect), (Size{250, 279}));
 }
 
 TEST_F(DropdownCallsTest, OnlyItsListIsResizedAndAlignedOnABoard)
@@ -151,7 +144,7 @@ TEST_F(DropdownCallsTest, ItsWidthGoesByTheToolkitsScaleAndItsHeightByTheWindows
     elm_object_scale_set(app()->win, 1.25);
     select(0);
     EXPECT_THAT(asked_of("evas_object_resize", app()->action_popup), Contains(Pair{450, 348}));
-    EXPECT_EQ(minimum_of(app()->action_rect), (Pair{563, 522}));
+    EXPECT_EQ(min_of(app()->action_rect), (Size{563, 522}));
 }
 
 TEST_F(DropdownCallsTest, OnABoardTheWindowsScaleDoesNotMakeItsListHigher)
@@ -161,7 +154,7 @@ TEST_F(DropdownCallsTest, OnABoardTheWindowsScaleDoesNotMakeItsListHigher)
     elm_object_scale_set(app()->win, 1.25);
     select(0);
     EXPECT_THAT(asked_of("evas_object_resize", app()->action_genlist), Contains(Pair{450, 279}));
-    EXPECT_EQ(minimum_of(app()->action_rect), (Pair{563, 522}));
+    EXPECT_EQ(min_of(app()->action_rect), (Size{563, 522}));
 }
 
 /* --- Signals --- */

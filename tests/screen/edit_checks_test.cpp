@@ -21,12 +21,6 @@ struct EditChecksTest : EditTest {
             std::ranges::count(spy::calls_of("elm_object_style_set"), "C_Checkbox_White", &spy::Call::text));
     }
 
-    void turn(const char *orientation)
-    {
-        set("orientation", orientation);
-        panel().settle();
-    }
-
     void update_rows(int times)
     {
         for (int i = 0; i < times; ++i) {
@@ -95,7 +89,8 @@ TEST_F(EditChecksTest, AgreeAfterATurnOfTheScreen)
         EXPECT_GE(expect_checks_agree(), 6);
         close();
         reset_module_state();
-        turn("landscape");
+        set("orientation", "landscape");
+        panel().settle();
     }
 }
 

@@ -72,7 +72,7 @@ TEST_F(LiveTest, AChangeByAnotherProcessIsShown)
 
 TEST_F(LiveTest, ADeviceOfAnotherProcessAppearsAndGoes)
 {
-    vesk_port::DeviceStore store(folder() / "devices.db");
+    vesk_port::DeviceStore store = service();
     store.add({phone("Fourth")});
     ASSERT_TRUE(wait_for("ListRefreshed [4]"));
     store.remove(registered().front().id);
@@ -224,10 +224,7 @@ TEST_F(RefreshTest, MakesAListLikeTheFirst)
     EXPECT_EQ(app()->table, gVeskTable);
 
     EXPECT_NE(app()->list_rect, old_rect);
-    int width = 0;
-    int height = 0;
-    evas_object_size_hint_min_get(app()->list_rect, &width, &height);
-    EXPECT_EQ(std::pair(width, height), std::pair(820, 491));
+    EXPECT_EQ(min_of(app()->list_rect), (Size{820, 491}));
     const Evas_Object *wrapper = elm_object_content_get(app()->base);
     EXPECT_EQ(wrapper, elm_object_parent_widget_get(list));
     EXPECT_TRUE(evas_object_visible_get(wrapper));

@@ -32,14 +32,11 @@ struct PopupFocusTest : EditTest {
         return ended;
     }
 
-    void change_elsewhere(const std::string &name)
+    /* A change of the status by another process. */
+    void refresh_by_change(const std::string &name)
     {
         forget();
-        vesk_port::DeviceStore store(folder() / "devices.db");
-        for (const vesk_port::Device &device : store.list()) {
-            if (device.name == name)
-                store.set_status(device.id, device.status == 0 ? 1 : 0);
-        }
+        change_elsewhere(name, status_of(name) != 0);
         ASSERT_TRUE(panel().run_until([this] { return !lines_of("vesk_refresh_list").empty(); }, 3000));
         panel().settle();
     }
@@ -48,15 +45,13 @@ struct PopupFocusTest : EditTest {
     void ask_again_under_the_toast()
     {
         delete_first(5);
-        ASSERT_NO_FATAL_FAILURE(change_elsewhere("Phone 3"));
+        ASSERT_NO_FATAL_FAILURE(refresh_by_change("Phone 3"));
         press({"Right", "Return"});
         ASSERT_TRUE(b_edit_status);
         turn_over({1});
         ask_for_deletion();
         ASSERT_TRUE(b_disable_focus) << "the toast has gone too early for this test";
     }
-
-    Evas_Object *answer(const char *part) { return elm_object_part_content_get(app()->delete_popup, part); }
 
     bool is_dimmed(Evas_Object *popup)
     {
@@ -85,11 +80,11 @@ struct PopupFocusTest : EditTest {
 TEST_F(PopupFocusTest, TheEndOfAToastLeavesTheConfirmationsDefaultAlone)
 {
     ASSERT_NO_FATAL_FAILURE(ask_again_under_the_toast());
-    EXPECT_EQ(focused(), answer("button2"));
+    EXPECT_EQ(focused(), no());
     EXPECT_TRUE(is_dimmed(app()->base));
     ASSERT_TRUE(toast_ends());
     ASSERT_NE(app()->delete_popup, nullptr);
-    EXPECT_EQ(focused(), answer("button2")) << "No is the default";
+    EXPECT_EQ(focused(), no()) << "No is the default";
     EXPECT_TRUE(is_dimmed(app()->base));
     press("Return");
     EXPECT_EQ(app()->delete_popup, nullptr);
@@ -105,7 +100,7 @@ TEST_F(PopupFocusTest, AChangeElsewhereLeavesTheFocusInTheDetails)
     press({"Return", "Down", "Down", "Return"});
     ASSERT_NE(app()->detail_popup, nullptr);
     ASSERT_EQ(focused(), app()->detail_close_button);
-    ASSERT_NO_FATAL_FAILURE(change_elsewhere("Phone 3"));
+    ASSERT_NO_FATAL_FAILURE(refresh_by_change("Phone 3"));
     EXPECT_EQ(focused(), app()->detail_close_button);
     EXPECT_FALSE(is_dimmed(app()->base));
     press("Return");
@@ -121,7 +116,7 @@ TEST_F(PopupFocusTest, AChangeElsewhereLeavesTheChosenChoice)
     open();
     press({"Return", "Down"});
     ASSERT_EQ(focused(), app()->action_genlist);
-    ASSERT_NO_FATAL_FAILURE(change_elsewhere("Phone 3"));
+    ASSERT_NO_FATAL_FAILURE(refresh_by_change("Phone 3"));
     EXPECT_EQ(focused(), app()->action_genlist);
     EXPECT_EQ(focused_row(), 1);
     EXPECT_TRUE(is_dimmed(app()->base));

@@ -20,13 +20,6 @@ struct PopupPlacesTest : DropdownFixture {
         open();
     }
 
-    void turn(const std::string &orientation)
-    {
-        set("orientation", orientation);
-        ASSERT_TRUE(panel().run_until([&] { return panel().portrait() == (orientation == "portrait"); }, 2000));
-        panel().settle();
-    }
-
     void change_language(const std::string &language)
     {
         set("language", language);
@@ -37,15 +30,6 @@ struct PopupPlacesTest : DropdownFixture {
     {
         if (const char *pictures = getenv("VESK_PICTURES"))
             panel().save(std::filesystem::path(pictures) / (name + ".png"));
-    }
-
-    Eina_Rectangle drawn()
-    {
-        const auto found = drawings(dropdowns().at(0), "elm/popup/base/C_ListDropdown_White");
-        const Eina_Rectangle whole = area(found.at(0));
-        Eina_Rectangle part{};
-        edje_object_part_geometry_get(found[0], "panel", &part.x, &part.y, &part.w, &part.h);
-        return {whole.x + part.x, whole.y + part.y, part.w, part.h};
     }
 
     /* Where the drop-down belongs, on every product and in both forms of the panel: near the end of the row. */

@@ -22,15 +22,6 @@ struct QuickInputTest : DropdownFixture {
         }
     }
 
-    Eina_Rectangle drawn()
-    {
-        const auto found = drawings(dropdowns().at(0), "elm/popup/base/C_ListDropdown_White");
-        const Eina_Rectangle whole = area(found.at(0));
-        Eina_Rectangle part{};
-        edje_object_part_geometry_get(found[0], "panel", &part.x, &part.y, &part.w, &part.h);
-        return {whole.x + part.x, whole.y + part.y, part.w, part.h};
-    }
-
     void expect_dropdown_of(int index)
     {
         ASSERT_TRUE(dropdown_open());

@@ -3,6 +3,7 @@
 #include <dlog.h>
 #include <gmock/gmock.h>
 
+#include "canvas_parts.h"
 #include "desktop/port_failures.h"
 #include "details.h"
 #include "spy.h"
@@ -202,27 +203,20 @@ struct OrientationTest : SettingsTest {
         set("orientation", orientation);
         VconfNotifyCB(nullptr, nullptr);
     }
-
-    std::pair<int, int> dropdown_size()
-    {
-        std::pair<int, int> size;
-        evas_object_size_hint_min_get(app()->action_rect, &size.first, &size.second);
-        return size;
-    }
 };
 
 TEST_F(OrientationTest, SizesTheDropDownByTheScaleTwiceInWidthAndOnceInHeight)
 {
     elm_config_scale_set(3.0);
     turn_to("landscape");
-    EXPECT_EQ(dropdown_size(), std::pair(563, 419)) << "250 -> 375 -> 563, 279 -> 419";
+    EXPECT_EQ(min_of(app()->action_rect), (Size{563, 419})) << "250 -> 375 -> 563, 279 -> 419";
     turn_to("portrait");
-    EXPECT_EQ(dropdown_size(), std::pair(315, 234)) << "375 -> 210.9, cut to 210 -> 315; 156 -> 234";
+    EXPECT_EQ(min_of(app()->action_rect), (Size{315, 234})) << "375 -> 210.9, cut to 210 -> 315; 156 -> 234";
     elm_config_scale_set(4.0);
     turn_to("landscape");
-    EXPECT_EQ(dropdown_size(), std::pair(1000, 558));
+    EXPECT_EQ(min_of(app()->action_rect), (Size{1000, 558}));
     turn_to("portrait");
-    EXPECT_EQ(dropdown_size(), std::pair(562, 312)) << "500 -> 281.25, cut to 281";
+    EXPECT_EQ(min_of(app()->action_rect), (Size{562, 312})) << "500 -> 281.25, cut to 281";
 }
 
 TEST_F(OrientationTest, ShowsADropDownThatWasHidden)
@@ -249,7 +243,7 @@ TEST_F(OrientationTest, WithoutADropDownSizesTheRectangleAndAlignsNothing)
         else
             EXPECT_THAT(spy::screen_steps(), ElementsAre("I VconfNotifyCB: ROTATION callback", "popup aligned"));
         EXPECT_EQ(evas_object_visible_get(popup) == EINA_TRUE, !gone);
-        EXPECT_EQ(dropdown_size(), gone ? std::pair(562, 312) : std::pair(140, 156));
+        EXPECT_EQ(min_of(app()->action_rect), (gone ? Size{562, 312} : Size{140, 156}));
     }
 }
 

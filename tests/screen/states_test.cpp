@@ -183,12 +183,12 @@ struct StatesTest : EditTest, testing::WithParamInterface<Way> {
         else if (chosen == "close button")
             tap(app()->detail_close_button);
         else if (chosen == "No")
-            tap(elm_object_part_content_get(app()->delete_popup, "button2"));
+            tap(no());
         else if (chosen == "Yes")
-            tap(elm_object_part_content_get(app()->delete_popup, "button1"));
+            tap(yes());
         else if (chosen == "Yes, every row checked") {
             ASSERT_NO_FATAL_FAILURE(check_every_row());
-            tap(elm_object_part_content_get(app()->delete_popup, "button1"));
+            tap(yes());
         } else
             FAIL() << "the document names something that this test does not know";
     }

@@ -75,7 +75,7 @@ TEST_F(StormTest, WithinOneFrame)
     register_devices(phones(3));
     vesk_port::emit(report(0));
     const size_t before = objects();
-    vesk_port::DeviceStore store(folder() / "devices.db");
+    vesk_port::DeviceStore store = service();
     store.set_status(registered().front().id, 1);
     for (int i = 0; i < kReports; ++i)
         vesk_port::emit(report(i % 7 - 1));
@@ -89,7 +89,7 @@ TEST_F(StormTest, InARow)
 {
     vesk_port::emit(report(0));
     const size_t before = objects();
-    vesk_port::DeviceStore store(folder() / "devices.db");
+    vesk_port::DeviceStore store = service();
     const std::vector<vesk_port::Device> devices = registered();
     for (int i = 0; i < kReports; ++i) {
         if (i % 100 == 0)
@@ -180,7 +180,7 @@ TEST_F(StormTest, OfChangesByAnotherProcess)
 {
     vesk_port::emit(report(0));
     const size_t before = objects();
-    vesk_port::DeviceStore store(folder() / "devices.db");
+    vesk_port::DeviceStore store = service();
     const std::vector<vesk_port::Device> devices = registered();
     for (int i = 0; i < 60; ++i)
         store.set_status(devices[static_cast<size_t>(i) % devices.size()].id, i / 12 % 2 == 0 ? 1 : 0);

@@ -47,7 +47,7 @@ struct ToastTest : EditTest {
        while a toast is up. */
     void delete_by_touch(int index)
     {
-        vesk_port::DeviceStore store(folder() / "devices.db");
+        vesk_port::DeviceStore store = service();
         store.set_status(store.list().front().id, 1);
         ASSERT_TRUE(
             panel().run_until([this] { return logged("ListRefreshed [" + std::to_string(device_count) + "]"); }, 2000));
@@ -59,7 +59,7 @@ struct ToastTest : EditTest {
         ASSERT_THAT(marked(), ElementsAre(index));
         tap(app()->close_button);
         ASSERT_NE(app()->delete_popup, nullptr);
-        tap(elm_object_part_content_get(app()->delete_popup, "button1"));
+        tap(yes());
         ASSERT_EQ(app()->delete_popup, nullptr);
     }
 
@@ -191,7 +191,7 @@ TEST_F(ToastTest, InALanguageWrittenFromRightToLeftTheButtonsAreOnTheOtherSideAf
     tap(app()->edit_button);
     turn_over({0});
     tap(app()->close_button);
-    tap(elm_object_part_content_get(app()->delete_popup, "button1"));
+    tap(yes());
     ASSERT_TRUE(b_disable_focus);
     spy::forget();
     EXPECT_TRUE(wait_for_end());
@@ -326,7 +326,7 @@ TEST_F(ToastTest, WithAHostThatIsSlowToDestroyTheAllDeletedToastEndsToo)
 TEST_F(ToastTest, AServiceEventMeanwhileShowsInTheListAndTheToastStays)
 {
     delete_first(5);
-    vesk_port::DeviceStore(folder() / "devices.db").add({phone("New")});
+    service().add({phone("New")});
     panel().settle();
     EXPECT_THAT(names(), Contains(shown_name("New")));
     EXPECT_EQ(toasts().size(), 1u);

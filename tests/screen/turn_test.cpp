@@ -1,218 +1,14 @@
 /* The panel is turned by the user's setting while each of the screens is open. */
 
 #include <dlog.h>
-#include <fstream>
-#include <gmock/gmock.h>
-#include <iterator>
 
-#include "canvas_parts.h"
 #include "desktop/port_failures.h"
-#include "details.h"
-#include "ug/delete_popup.h"
+#include "turn_fixture.h"
 #include "ug/detail_popup.h"
-#include "ug/device_list_screen.h"
 #include "ug/edit_mode.h"
 #include "ug/settings_watch.h"
 
 namespace {
-
-struct TurnTest : DetailsTest {
-    TurnTest()
-    {
-        register_devices({with_services("First", 5), with_services("Second", 7), with_services("Third", 2),
-                          with_services("Fourth", 0)});
-    }
-
-    static std::pair<int, int> min_of(const Evas_Object *object)
-    {
-        std::pair<int, int> size;
-        evas_object_size_hint_min_get(object, &size.first, &size.second);
-        return size;
-    }
-
-    std::string picture(const std::string &name)
-    {
-        const auto file = folder() / (name + ".png");
-        panel().save(file);
-        std::ifstream in(file, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(in), {});
-    }
-
-    /* Buttons, lists, labels and check boxes that are shown have to lie within the panel as a whole. */
-    void expect_all_on_the_panel()
-    {
-        for (Evas_Object *object : objects_on(panel().canvas())) {
-            const char *type = evas_object_type_get(object);
-            if (!evas_object_visible_get(object) || !type)
-                continue;
-            const std::string kind = type;
-            if (kind != "elm_button" && kind != "elm_genlist" && kind != "elm_label" && kind != "elm_table")
-                continue;
-            const Eina_Rectangle place = area(object);
-            EXPECT_GE(place.x, 0) << kind;
-            EXPECT_GE(place.y, 0) << kind;
-            EXPECT_LE(place.x + place.w, panel().width()) << kind;
-            EXPECT_LE(place.y + place.h, panel().height()) << kind;
-            EXPECT_GT(place.w, 0) << kind;
-            EXPECT_GT(place.h, 0) << kind;
-        }
-    }
-};
-
-/* ---- What every screen has in common ---- */
-
-/* By keys, as a user comes there. */
-enum class Place { list, second_row, button, dropdown, edit, edit_marked, details, details_list, confirmation };
-
-const char *name_of(Place place)
-{
-    switch (place) {
-    case Place::list:
-        return "list";
-    case Place::second_row:
-        return "second_row";
-    case Place::button:
-        return "button";
-    case Place::dropdown:
-        return "dropdown";
-    case Place::edit:
-        return "edit";
-    case Place::edit_marked:
-        return "edit_marked";
-    case Place::details:
-        return "details";
-    case Place::details_list:
-        return "details_list";
-    case Place::confirmation:
-        return "confirmation";
-    }
-    return "";
-}
-
-struct EveryScreenTest : TurnTest, testing::WithParamInterface<std::tuple<bool, Place>> {
-    bool board() const { return std::get<bool>(GetParam()); }
-    Place place() const { return std::get<Place>(GetParam()); }
-
-    void go()
-    {
-        use_product(board() ? "board" : "television");
-        open();
-        switch (place()) {
-        case Place::list:
-            break;
-        case Place::second_row:
-            press("Down");
-            break;
-        case Place::button:
-            press({"Right", "Down"});
-            break;
-        case Place::dropdown:
-            press({"Down", "Return"});
-            ASSERT_EQ(focused(), app()->action_genlist);
-            break;
-        case Place::details:
-        case Place::details_list:
-            go_to_details();
-            break;
-        case Place::edit:
-        case Place::edit_marked:
-        case Place::confirmation:
-            go_to_edit_mode();
-            break;
-        }
-    }
-
-    void go_to_details()
-    {
-        if (board()) {
-            /* On a board choices are tapped. */
-            selected_item_index = 0;
-            show_detail_popup(app());
-            panel().settle();
-        } else {
-            open_details(0);
-        }
-        if (place() == Place::details_list)
-            press({"Left", "Down"});
-    }
-
-    void go_to_edit_mode()
-    {
-        press({"Right", "Return"});
-        ASSERT_TRUE(b_edit_status);
-        if (place() == Place::edit)
-            return;
-        press("Return");
-        ASSERT_EQ(g_selected_count, 1);
-        if (place() == Place::edit_marked)
-            return;
-        _closebutton_cb(app(), nullptr, nullptr);
-        panel().settle();
-        ASSERT_NE(app()->delete_popup, nullptr);
-    }
-};
-
-TEST_P(EveryScreenTest, StaysWholeAndKeepsItsFocus)
-{
-    go();
-    Evas_Object *const widget = focused();
-    const int index = focused_row();
-    const bool rebuilt = place() == Place::details || place() == Place::details_list;
-    turn("portrait");
-    ASSERT_TRUE(panel().portrait());
-    expect_all_on_the_panel();
-    if (rebuilt) {
-        EXPECT_EQ(focused(), app()->detail_close_button) << "where a new popup begins";
-    } else {
-        EXPECT_EQ(focused(), widget);
-        EXPECT_EQ(focused_row(), index);
-    }
-    turn("landscape");
-    ASSERT_FALSE(panel().portrait());
-    expect_all_on_the_panel();
-    if (rebuilt) {
-        EXPECT_EQ(focused(), app()->detail_close_button);
-    } else {
-        EXPECT_EQ(focused(), widget);
-        EXPECT_EQ(focused_row(), index);
-    }
-}
-
-/* Without those that are elsewhere afterwards: new details begin with their button, and a board places its drop-down
- * anew. */
-struct SamePictureTest : EveryScreenTest {};
-
-TEST_P(SamePictureTest, ThereAndBackGivesTheFirstPictureAgain)
-{
-    go();
-    const auto before = picture("before");
-    turn("portrait");
-    const auto turned = picture("turned");
-    turn("landscape");
-    EXPECT_NE(turned, before);
-    EXPECT_TRUE(picture("after") == before) << "the pictures differ";
-}
-
-std::string name_of_screen(const testing::TestParamInfo<std::tuple<bool, Place>> &screen)
-{
-    return std::string(std::get<0>(screen.param) ? "board_" : "television_") + name_of(std::get<1>(screen.param));
-}
-
-INSTANTIATE_TEST_SUITE_P(Turned, EveryScreenTest,
-                         testing::Combine(testing::Bool(),
-                                          testing::Values(Place::list, Place::second_row, Place::button,
-                                                          Place::dropdown, Place::edit, Place::edit_marked,
-                                                          Place::details, Place::details_list, Place::confirmation)),
-                         name_of_screen);
-
-INSTANTIATE_TEST_SUITE_P(Turned, SamePictureTest,
-                         testing::Combine(testing::Bool(),
-                                          testing::Values(Place::list, Place::second_row, Place::button, Place::edit,
-                                                          Place::edit_marked, Place::details, Place::confirmation)),
-                         name_of_screen);
-
-INSTANTIATE_TEST_SUITE_P(TurnedDropDown, SamePictureTest, testing::Values(std::tuple(false, Place::dropdown)),
-                         name_of_screen);
 
 /* ---- The main list ---- */
 
@@ -221,12 +17,12 @@ TEST_F(TurnTest, TheListsSizeFollows)
     for (const char *product : {"television", "board"}) {
         use_product(product);
         open();
-        EXPECT_EQ(min_of(app()->list_rect), std::pair(820, 491));
+        EXPECT_EQ(min_of(app()->list_rect), (Size{820, 491}));
         turn("portrait");
-        EXPECT_EQ(min_of(app()->list_rect), std::pair(461, 276)) << product;
+        EXPECT_EQ(min_of(app()->list_rect), (Size{461, 276})) << product;
         EXPECT_GE(area(app()->genlist).w, 461);
         turn("landscape");
-        EXPECT_EQ(min_of(app()->list_rect), std::pair(820, 491)) << product;
+        EXPECT_EQ(min_of(app()->list_rect), (Size{820, 491})) << product;
         EXPECT_GE(area(app()->genlist).w, 820);
         close();
     }
@@ -237,10 +33,10 @@ TEST_F(TurnTest, TheSizesAreScaledTwice)
     open();
     elm_config_scale_set(4.0);
     VconfNotifyCB(nullptr, nullptr);
-    EXPECT_EQ(min_of(app()->list_rect), std::pair(3280, 1964));
+    EXPECT_EQ(min_of(app()->list_rect), (Size{3280, 1964}));
     vesk_port::set_failures("vconf_get_int=-1");
     VconfNotifyCB(nullptr, nullptr);
-    EXPECT_EQ(min_of(app()->list_rect), std::pair(3280, 1964)) << "landscape when it cannot be told";
+    EXPECT_EQ(min_of(app()->list_rect), (Size{3280, 1964})) << "landscape when it cannot be told";
     EXPECT_EQ(logged("error vconf_get_int : 0"), 1);
     elm_config_scale_set(2.0);
 }
@@ -252,7 +48,7 @@ TEST_F(TurnTest, AnyOrientationButZeroIsPortrait)
         vesk_port::write_setting(kOrientationKey, value);
         ASSERT_TRUE(panel().run_until([this] { return panel().portrait(); }, 2000)) << value;
         panel().settle();
-        EXPECT_EQ(min_of(app()->list_rect), std::pair(461, 276));
+        EXPECT_EQ(min_of(app()->list_rect), (Size{461, 276}));
         turn("landscape");
     }
 }
@@ -319,16 +115,16 @@ TEST_F(DropDownTurnTest, SizesAndPlaceFollowTheRow)
     open_third();
     VconfNotifyCB(nullptr, nullptr);
     EXPECT_NEAR(vertical(), (4 * 80 + 268) / 1080.0 - 0.03, 1e-9);
-    EXPECT_EQ(min_of(app()->action_rect), std::pair(250, 279));
+    EXPECT_EQ(min_of(app()->action_rect), (Size{250, 279}));
 
     turn("portrait");
     EXPECT_NEAR(vertical(), (4 * 45 + 813) / 1920.0 - 0.013, 1e-9);
-    EXPECT_EQ(min_of(app()->action_rect), std::pair(140, 156));
+    EXPECT_EQ(min_of(app()->action_rect), (Size{140, 156}));
     EXPECT_TRUE(evas_object_visible_get(app()->action_popup));
 
     turn("landscape");
     EXPECT_NEAR(vertical(), (4 * 80 + 268) / 1080.0 - 0.03, 1e-9);
-    EXPECT_EQ(min_of(app()->action_rect), std::pair(250, 279));
+    EXPECT_EQ(min_of(app()->action_rect), (Size{250, 279}));
 }
 
 TEST_F(DropDownTurnTest, StaysAsItIsOnATelevision)
@@ -361,7 +157,7 @@ TEST_F(DropDownTurnTest, IsNotPlacedByAScreenOfUnknownSize)
         }
     }
     EXPECT_EQ(vertical(), before);
-    EXPECT_EQ(min_of(app()->action_rect), std::pair(140, 156)) << "its size follows all the same";
+    EXPECT_EQ(min_of(app()->action_rect), (Size{140, 156})) << "its size follows all the same";
 }
 
 TEST_F(DropDownTurnTest, IsNotPlacedWithoutASelectedRow)
@@ -476,9 +272,9 @@ TEST_F(TurnTest, AModuleThatOpensTurnedIsWhole)
         ASSERT_TRUE(panel().portrait());
         expect_all_on_the_panel();
         const bool compact = b_is_tablo;
-        EXPECT_EQ(min_of(app()->list_rect), compact ? std::pair(461, 276) : std::pair(820, 491));
+        EXPECT_EQ(min_of(app()->list_rect), (compact ? Size{461, 276} : Size{820, 491}));
         turn("landscape");
-        EXPECT_EQ(min_of(app()->list_rect), std::pair(820, 491));
+        EXPECT_EQ(min_of(app()->list_rect), (Size{820, 491}));
         expect_all_on_the_panel();
         close();
     }

@@ -50,8 +50,6 @@ struct WalkTest : EditTest, testing::WithParamInterface<unsigned int> {
     bool chance(int percent) { return below(100) < percent; }
     template <class T, size_t size> T any(T const (&all)[size]) { return all[below(size)]; }
 
-    vesk_port::DeviceStore service() const { return vesk_port::DeviceStore(folder() / "devices.db"); }
-
     vesk_port::Device any_device()
     {
         ++devices_made;
@@ -253,8 +251,7 @@ struct WalkTest : EditTest, testing::WithParamInterface<unsigned int> {
     bool belongs(const Evas_Object *widget, const std::string &state)
     {
         if (state == "confirmation")
-            return widget == elm_object_part_content_get(app()->delete_popup, "button1") ||
-                   widget == elm_object_part_content_get(app()->delete_popup, "button2");
+            return widget == yes() || widget == no();
         if (state == "drop-down")
             return widget == app()->action_genlist;
         if (state == "details")

@@ -1,10 +1,11 @@
 #pragma once
-/* What lies on a canvas, as the tests of list and drop-down look at it. */
+/* What lies on a canvas, as the tests of the screens look at it. */
 
 #include <Edje.h>
 #include <Elementary.h>
 #include <algorithm>
 #include <cstring>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -71,4 +72,22 @@ inline std::string state_of(const Evas_Object *drawing, const char *part)
     double value = 0;
     const char *state = edje_object_part_state_get(drawing, part, &value);
     return state ? state : "";
+}
+
+struct Size {
+    int width;
+    int height;
+    bool operator==(const Size &) const = default;
+};
+
+inline std::ostream &operator<<(std::ostream &out, const Size &size)
+{
+    return out << size.width << " x " << size.height;
+}
+
+inline Size min_of(const Evas_Object *object)
+{
+    Size size{};
+    evas_object_size_hint_min_get(object, &size.width, &size.height);
+    return size;
 }

@@ -1,9 +1,7 @@
 #pragma once
-/* What the tests around the detail popup share: the way to a device's details by the remote control, and turning the
- * panel by its setting. */
+/* What the tests around the detail popup share: the way to a device's details by the remote control, and what their
+ * rows show. */
 
-#include <algorithm>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -45,18 +43,10 @@ struct DetailsTest : ScreenTest {
         return 0;
     }
 
-    void walk_to(int index)
-    {
-        for (int i = 0; i < device_count && focused_row() != index; ++i)
-            press("Down");
-        require(focused_row() == index, "the focus does not reach the row");
-    }
-
     /* As a user does: to the row, the drop-down, its last choice. */
     void open_dropdown(int index)
     {
-        walk_to(index);
-        press("Return");
+        ScreenTest::open_dropdown(index);
         require(focused() == app()->action_genlist, "the drop-down has not the focus");
     }
     void open_details(int index)
@@ -83,24 +73,7 @@ struct DetailsTest : ScreenTest {
         return names;
     }
 
-    /* The user's setting; waits until the module has heard of it and everything is at rest. */
-    void turn(const std::string &orientation)
-    {
-        const int heard = logged("ROTATION callback");
-        set("orientation", orientation);
-        require(panel().run_until([&] { return logged("ROTATION callback") > heard; }, 2000),
-                "the module has not heard of the turn");
-        panel().settle();
-    }
-
 private:
-    /* Without the way there the rest of a test means nothing. */
-    static void require(bool condition, const char *problem)
-    {
-        if (!condition)
-            throw std::runtime_error(problem);
-    }
-
     /* The cursors outlive every popup. A device without services uses up what they hold. */
     void forget_services()
     {

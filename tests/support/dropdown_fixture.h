@@ -7,15 +7,6 @@
 
 class DropdownFixture : public ScreenTest {
 protected:
-    /* Moves the focus to a row of the main list and selects it. */
-    void open_dropdown(int row = 0)
-    {
-        for (int pressed = 0; pressed < 50 && focused_row() < row; ++pressed)
-            press("Down");
-        ASSERT_EQ(focused_row(), row);
-        press("Return");
-    }
-
     /* The drop-downs on the panel. */
     std::vector<Evas_Object *> dropdowns() { return shown_popups(panel().canvas(), "C_ListDropdown_White"); }
     bool dropdown_open() { return !dropdowns().empty(); }
@@ -25,13 +16,15 @@ protected:
     /* Position of the choice with the focus, -1 when the focus is elsewhere. */
     int focused_choice() { return dropdown_open() && focused() == app()->action_genlist ? focused_row() : -1; }
 
-    int status_of(const std::string &name) const
+    /* Where the open one is drawn on the panel. */
+    Eina_Rectangle drawn()
     {
-        for (const vesk_port::Device &device : registered()) {
-            if (device.name == name)
-                return device.status;
-        }
-        return -1;
+        const auto found = drawings(dropdowns().at(0), "elm/popup/base/C_ListDropdown_White");
+        EXPECT_EQ(found.size(), 1U);
+        const Eina_Rectangle whole = area(found.at(0));
+        Eina_Rectangle part{};
+        edje_object_part_geometry_get(found[0], "panel", &part.x, &part.y, &part.w, &part.h);
+        return {whole.x + part.x, whole.y + part.y, part.w, part.h};
     }
 
     /* The table's rows as the list should show them: names and whether they are allowed, in the service's order,
@@ -50,14 +43,37 @@ protected:
     {
         return panel().run_until([&] { return logged(message) >= count; }, 3000);
     }
+};
 
-    /* A change by another process. */
-    void change_elsewhere(const std::string &name, bool allow)
+struct DropdownTest : DropdownFixture {
+    /* Two allowed phones and a denied one, at row 2. */
+    void SetUp() override
     {
-        vesk_port::DeviceStore store(folder() / "devices.db");
-        for (const vesk_port::Device &device : store.list()) {
-            if (device.name == name)
-                store.set_status(device.id, allow ? 0 : 1);
+        register_devices({phone("First"), phone("Second"), phone("Barred", false)});
+        open();
+        forget();
+    }
+
+    std::string dimming()
+    {
+        const std::vector<Evas_Object *> base = drawings(app()->base, "elm/popup/base/C_PopupBasic_WhiteRight");
+        return base.size() == 1 ? state_of(base[0], "dim") : "no drawing";
+    }
+
+    int priority_of(const std::string &message) const
+    {
+        for (const LogLine &line : log()) {
+            if (line.message == message)
+                return line.priority;
         }
+        return -1;
+    }
+
+    void expect_closed_with_the_list_focused(int row)
+    {
+        EXPECT_FALSE(dropdown_open());
+        EXPECT_EQ(focused(), app()->genlist);
+        EXPECT_EQ(focused_row(), row);
+        EXPECT_EQ(dimming(), "default");
     }
 };

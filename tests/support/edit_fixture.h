@@ -50,9 +50,7 @@ protected:
     void turn_over(const std::vector<int> &rows)
     {
         for (int wanted : rows) {
-            for (int moves = 0; focused_row() != wanted && moves < kTableCapacity; ++moves)
-                press(focused_row() < wanted ? "Down" : "Up");
-            ASSERT_EQ(focused_row(), wanted);
+            walk_to(wanted);
             press("Return");
         }
     }
@@ -63,6 +61,10 @@ protected:
         press({"Right", "Return"});
         ASSERT_NE(app()->delete_popup, nullptr);
     }
+
+    /* The answers of the confirmation. */
+    Evas_Object *yes() { return elm_object_part_content_get(app()->delete_popup, "button1"); }
+    Evas_Object *no() { return elm_object_part_content_get(app()->delete_popup, "button2"); }
 
     /* With the confirmation open, whose default is the second answer. */
     void answer_yes() { press({"Left", "Return"}); }

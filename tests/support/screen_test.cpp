@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <regex>
+#include <stdexcept>
 #include <ui_gadget.h>
 
 #include "desktop/log.h"
@@ -10,6 +11,7 @@
 #include "spy.h"
 #include "television/language.h"
 #include "television/reader/reader.h"
+#include "vesk/device_table.h"
 
 static std::vector<std::string> spoken_texts;
 
@@ -76,12 +78,41 @@ void ScreenTest::set(const std::string &setting, const std::string &word)
 
 void ScreenTest::register_devices(const std::vector<vesk_port::Device> &devices)
 {
-    vesk_port::DeviceStore(folder_ / "devices.db").replace(devices);
+    service().replace(devices);
 }
 
 std::vector<vesk_port::Device> ScreenTest::registered() const
 {
-    return vesk_port::DeviceStore(folder_ / "devices.db").list();
+    return service().list();
+}
+
+int ScreenTest::status_of(const std::string &name) const
+{
+    for (const vesk_port::Device &device : registered()) {
+        if (device.name == name)
+            return device.status;
+    }
+    return -1;
+}
+
+vesk_port::DeviceStore ScreenTest::service() const
+{
+    return vesk_port::DeviceStore(folder_ / "devices.db");
+}
+
+void ScreenTest::change_elsewhere(const std::string &name, bool allow)
+{
+    vesk_port::DeviceStore store = service();
+    for (const vesk_port::Device &device : store.list()) {
+        if (device.name == name)
+            store.set_status(device.id, allow ? 0 : 1);
+    }
+}
+
+void ScreenTest::require(bool condition, const std::string &problem)
+{
+    if (!condition)
+        throw std::runtime_error(problem);
 }
 
 /* Texts and their direction follow the setting, as they do in a host that starts. */
@@ -107,6 +138,29 @@ void ScreenTest::open()
 void ScreenTest::close()
 {
     gadget_.reset();
+}
+
+void ScreenTest::turn(const std::string &orientation)
+{
+    const bool turns = panel().portrait() != (orientation == "portrait");
+    const int heard = logged("ROTATION callback");
+    set("orientation", orientation);
+    require(panel().run_until([&] { return !turns || logged("ROTATION callback") > heard; }, 2000),
+            "the module has not heard of the turn");
+    panel().settle();
+}
+
+void ScreenTest::walk_to(int row)
+{
+    for (int moves = 0; focused_row() != row && moves < kTableCapacity; ++moves)
+        press(focused_row() < row ? "Down" : "Up");
+    require(focused_row() == row, "the focus does not reach row " + std::to_string(row));
+}
+
+void ScreenTest::open_dropdown(int row)
+{
+    walk_to(row);
+    press("Return");
 }
 
 void ScreenTest::press(std::initializer_list<std::string> keys)

@@ -59,6 +59,9 @@ protected:
     /* Ends the run from the host's side. */
     void close();
 
+    /* The user's setting, while the module runs; waits until it has heard of the turn and everything is at rest. */
+    void turn(const std::string &orientation);
+
     /* Whether the module runs. It ends by itself from the main loop. */
     bool running() const { return gadget_ && gadget_->running(); }
     bool closed_itself()
@@ -77,6 +80,12 @@ protected:
     /* The focused widget, and the focused row of a focused list (from 0; -1 for none). */
     Evas_Object *focused() { return panel().focused(); }
     int focused_row() { return panel().focused_row(); }
+
+    /* By the arrows from any row of a list to another. */
+    void walk_to(int row);
+
+    /* Moves the focus to a row of the main list and selects it. */
+    void open_dropdown(int row = 0);
 
     /* What the rows of a list show in a part, realized rows only. */
     static std::vector<std::string> texts(Evas_Object *list, const char *part = "elm.text");
@@ -97,10 +106,22 @@ protected:
 
     void forget();
 
-    /* What the service has now. */
+    /* --- The service --- */
+
+    /* What it has now. */
     std::vector<vesk_port::Device> registered() const;
 
+    /* -1 for a device that is not registered. */
+    int status_of(const std::string &name) const;
+
+    /* As another process has it: what is changed here comes from elsewhere. */
+    vesk_port::DeviceStore service() const;
+    void change_elsewhere(const std::string &name, bool allow);
+
     const std::filesystem::path &folder() const { return folder_; }
+
+    /* Without the way there the rest of a test means nothing. */
+    static void require(bool condition, const std::string &problem);
 
 private:
     std::filesystem::path folder_;

@@ -1,6 +1,7 @@
 #pragma once
-/* What the module asks of the toolkit and of the platform. The functions of spy.cpp stand before the others' own and
- * pass the calls on. What the television and the toolkit itself ask comes by too, so look for the object that is meant.
+/* What the module asks of the toolkit and of the platform. The functions of spy_functions.cpp stand before the others'
+ * own and pass the calls on. What the television and the toolkit itself ask comes by too, so look for the object that
+ * is meant.
  *
  * There is one journal, of calls and of the module's log lines in their order, and one set of overrides. ScreenTest
  * begins each test with both empty. */
@@ -26,6 +27,9 @@ struct Call {
 
 const std::vector<Call> &journal();
 void forget();
+
+/* What the functions of spy_functions.cpp write. */
+void note(Call call);
 
 /* A line of the module's log, as "I refresh_genlist: Enter". */
 void note_line(const std::string &line);
