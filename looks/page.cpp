@@ -95,7 +95,8 @@ void write_page(const std::filesystem::path &folder, const std::vector<PageEntry
     std::vector<const PageEntry *> sorted; /* those with findings first */
     for (const auto &entry : entries)
         sorted.push_back(&entry);
-    std::ranges::stable_partition(sorted, [](const PageEntry *entry) { return !entry->findings.empty(); });
+    std::stable_partition(sorted.begin(), sorted.end(),
+                          [](const PageEntry *entry) { return !entry->findings.empty(); });
     for (const auto *shown : sorted) {
         const auto &entry = *shown;
         data.push_back({{"state", entry.state->name},

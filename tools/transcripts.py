@@ -83,7 +83,8 @@ def journeys_in(folder):
     return sorted(path.stem for path in folder.glob("*.journey"))
 
 
-def run(command, environment):
+def run(command, environment, complaint=""):
+    """The output of a program that ends well and writes `complaint` to its standard error."""
     try:
         result = subprocess.run(command, env=environment, stdin=subprocess.DEVNULL, capture_output=True, text=True,
                                 timeout=LIMIT_S, check=False)
@@ -91,12 +92,12 @@ def run(command, environment):
         raise Problem(f"{command[0]} is not there; build it, or name the folder of the programs with --bin.") from None
     except subprocess.TimeoutExpired:
         raise Problem(f"{command[0]} has not ended after {LIMIT_S} seconds.") from None
-    if result.returncode != 0 or result.stderr:
+    if result.returncode != 0 or result.stderr != complaint:
         raise Problem(f"{command[0]} ended with {result.returncode}:\n{result.stderr}")
     return result.stdout
 
 
-def press(programs, devices, keys, language, folder, *options, path=None):
+def press(programs, devices, keys, language, folder, *options, path=None, complaint=""):
     """Plays keys on a new panel with the devices of a JSON file and returns the host's output; everything it keeps is
     in `folder`, the picture of the end as panel.png. With `path` the host finds programs there alone."""
     environment = {name: value for name, value in os.environ.items()
@@ -108,7 +109,7 @@ def press(programs, devices, keys, language, folder, *options, path=None):
         environment["PATH"] = str(path)
     return run([programs / "vesk-host", "--no-display", "--no-animations", "--language", language,
                 "--screenshot", folder / "panel.png", "--log", folder / "log", "--keys", " ".join(keys), *options],
-               environment)
+               environment, complaint)
 
 
 def listen(programs, journey, language, count=None):
@@ -116,7 +117,7 @@ def listen(programs, journey, language, count=None):
     with tempfile.TemporaryDirectory(prefix="vesk-transcript-") as name:
         folder = pathlib.Path(name)
         press(programs, journey.devices, journey.keys(language, count), language, folder,
-              "--screen-reader", "--transcript", folder / "transcript")
+              "--transcript", folder / "transcript")
         lines = (folder / "transcript").read_text(encoding="utf-8").splitlines()
     for line in lines:
         if not TIME.match(line):

@@ -114,7 +114,8 @@ std::string shown_name(const std::string &name)
     std::string blanks;
     bool visible = false;
     int at = 0;
-    for (int begin = 0; const char32_t character = eina_unicode_utf8_next_get(name.c_str(), &at); begin = at) {
+    for (int begin = 0; const auto character = static_cast<char32_t>(eina_unicode_utf8_next_get(name.c_str(), &at));
+         begin = at) {
         if (within(kOverrides, character))
             continue;
         visible = visible || !within(kBlanks, character);

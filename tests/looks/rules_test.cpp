@@ -54,11 +54,11 @@ protected:
     Picture &picture() { return shown_.picture; }
     Sight &sight() { return shown_.sight; }
 
-    static Drawing drawing(const char *group, const Rect &area, size_t number)
+    static Drawing drawing(const char *group, const Rect &area, int number)
     {
         static int objects[16]; /* known by their addresses alone */
         Drawing result;
-        result.object = reinterpret_cast<Evas_Object *>(&objects[number % std::size(objects)]);
+        result.object = reinterpret_cast<Evas_Object *>(&objects[static_cast<unsigned>(number) % std::size(objects)]);
         result.group = group;
         result.area = area;
         result.shown = area;
