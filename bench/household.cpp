@@ -30,7 +30,9 @@ std::vector<vesk_port::Device> household(int count)
     for (int i = 0; i < count; ++i) {
         const Family &family = kFamilies[static_cast<size_t>(i) % kFamilies.size()];
         char mac[18];
-        std::snprintf(mac, sizeof mac, "02:00:00:00:00:%02X", static_cast<unsigned>(i) & 0xffU);
+        const auto number = static_cast<unsigned>(i);
+        std::snprintf(mac, sizeof mac, "02:00:00:%02X:%02X:%02X", number >> 16 & 0xffU, number >> 8 & 0xffU,
+                      number & 0xffU);
         vesk_port::Device device;
         device.name = std::string(family.name) + " " + std::to_string(i + 1);
         device.bt_mac = mac;

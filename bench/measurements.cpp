@@ -23,12 +23,16 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::array<int, 2> kHouseholds{12, 50};
-constexpr int kLongList = 50;
+constexpr int kLongList = 50; /* what a panel lists at most */
+constexpr std::array<int, 2> kImports{500, 5'000};
+constexpr int kLargeStore = 50'000;
 constexpr int kBuilds = 4; /* of the screen, in each process that has started */
 
 constexpr double kRatio = 1.10;
 constexpr double kSettledMs = 200;
 constexpr double kChangeMs = 12 + 1000.0 / 60; /* and one tick of the toolkit's animator */
+
+constexpr double kImportedMs = 300;
 
 constexpr Aim kRatioAim{Aim::Of::ratio, kRatio};
 constexpr Aim kNothingAim{Aim::Of::maximum, 0};
@@ -184,31 +188,61 @@ std::vector<Line> measure_refresh(const Effort &effort, const fs::path &)
     return lines;
 }
 
+/* Changes one of `registered` devices while a panel shows the first of them. */
+Line changes(const Effort &effort, const char *name, int registered, int shown, double limit)
+{
+    register_devices(registered);
+    const vesk_port::Device changing = household(registered)[kChangingRow];
+    vesk_port::DeviceStore store(vesk_port::devices_file());
+    int status = changing.status;
+    Line line{.name = name,
+              .what = "change in another process to repainted row",
+              .devices = registered,
+              .unit = "ms",
+              .aim = Aim{Aim::Of::median, limit}};
+    for (int round = 0; round < effort.pairs; ++round) {
+        SubjectProcess subject(Kind::module, shown);
+        for (int i = 0; i < effort.repetitions; ++i) {
+            subject.ask("change");
+            status = 1 - status;
+            const int64_t begun = now();
+            store.set_status(changing.bt_mac, vesk_port::MacKind::bluetooth, status);
+            line.module.push_back(ms(subject.answer().at("frame").get<int64_t>() - begun));
+        }
+    }
+    return line;
+}
+
 std::vector<Line> measure_change(const Effort &effort, const fs::path &)
 {
     std::vector<Line> lines;
-    for (const int devices : kHouseholds) {
-        register_devices(devices);
-        const vesk_port::Device changing = household(devices)[kChangingRow];
-        vesk_port::DeviceStore store(vesk_port::devices_file());
-        int status = changing.status;
-        Line line{.name = "change",
-                  .what = "change in another process to repainted row",
+    for (const int devices : kHouseholds)
+        lines.push_back(changes(effort, "change", devices, devices, kChangeMs));
+    return lines;
+}
+
+std::vector<Line> measure_bulk(const Effort &effort, const fs::path &)
+{
+    std::vector<Line> lines;
+    for (const int devices : kImports) {
+        Line list{.name = "bulk",
+                  .what = "import in another process to the right list",
                   .devices = devices,
                   .unit = "ms",
-                  .aim = Aim{Aim::Of::median, kChangeMs}};
-        for (int round = 0; round < effort.pairs; ++round) {
-            SubjectProcess subject(Kind::module, devices);
-            for (int i = 0; i < effort.repetitions; ++i) {
-                subject.ask("change");
-                status = 1 - status;
-                const int64_t begun = now();
-                store.set_status(changing.bt_mac, vesk_port::MacKind::bluetooth, status);
-                line.module.push_back(ms(subject.answer().at("frame").get<int64_t>() - begun));
-            }
+                  .aim = Aim{Aim::Of::median, kImportedMs}};
+        Line import{.name = "bulk", .what = "the import by itself", .devices = devices, .unit = "ms"};
+        for (int i = 0; i < effort.repetitions; ++i) {
+            register_devices(kHouseholds.front());
+            SubjectProcess subject(Kind::module, kHouseholds.front());
+            subject.ask("import");
+            const int64_t begun = now();
+            register_devices(devices);
+            import.module.push_back(ms(now() - begun));
+            list.module.push_back(ms(subject.answer().at("frame").get<int64_t>() - begun));
         }
-        lines.push_back(line);
+        lines.insert(lines.end(), {list, import});
     }
+    lines.push_back(changes(effort, "bulk", kLargeStore, kLongList, kImportedMs));
     return lines;
 }
 
@@ -247,6 +281,7 @@ const std::vector<Measurement> &measurements()
         {"idle", "what an open list costs while nothing happens", measure_idle},
         {"refresh", "from a status callback to the repainted list", measure_refresh},
         {"change", "from a change in another process to the repainted row", measure_change},
+        {"bulk", "from an import in another process to the right list, and a change in a large store", measure_bulk},
         {"keys", "from a key to its frame, and a key held down", measure_keys},
     };
     return all;

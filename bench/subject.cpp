@@ -13,6 +13,7 @@
 #include <nlohmann/json.hpp>
 
 #include "clock.h"
+#include "desktop/device_service.h"
 #include "frames.h"
 #include "household.h"
 #include "list_on_panel.h"
@@ -108,6 +109,8 @@ private:
             return refresh();
         if (command == "change")
             return watch_change();
+        if (command == "import")
+            return watch_import();
         if (command == "key")
             return key();
         if (command == "scroll")
@@ -190,6 +193,15 @@ private:
             return !status.empty() && status != before;
         });
         return {{"frame", frame}};
+    }
+
+    /* Answers twice: when another process may register more devices than are listed, and when the list is drawn. */
+    json watch_import()
+    {
+        come_to_rest();
+        answer(json::object());
+        devices_ = static_cast<int>(vesk_port::kListedDevices);
+        return {{"frame", wait_for_rows()}};
     }
 
     json key()

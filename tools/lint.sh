@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Format and lint of the C++ sources.
+# Format and lint of the C++ sources. clang-tidy reads each of them as clang compiles it, whose warnings are errors too.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
