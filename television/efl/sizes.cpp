@@ -10,6 +10,7 @@
 #include "television/efl/sizes.h"
 
 #include <Elementary.h>
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -35,10 +36,12 @@ void leave_popup(void *popup, Evas *, Evas_Object *button, void *)
         elm_object_part_content_unset(owner, static_cast<const char *>(evas_object_data_get(button, kPart)));
 }
 
-void watch_button(Evas_Object *popup, const char *part)
+/* A popup names a button for a while that has been deleted, on which nothing may be kept any more. */
+void watch_button(const Widgets &widgets, Evas_Object *popup, const char *part)
 {
     auto *button = elm_object_part_content_get(popup, part);
-    if (!button || evas_object_data_get(button, kPart))
+    if (std::ranges::find(widgets.key_takers(), button) == widgets.key_takers().end() ||
+        evas_object_data_get(button, kPart))
         return;
     evas_object_data_set(button, kPart, part);
     evas_object_event_callback_add(button, EVAS_CALLBACK_DEL, leave_popup, popup);
@@ -87,7 +90,7 @@ void fit_popups(const Widgets &widgets)
 {
     for (auto *popup : widgets.shown_popups()) {
         for (const char *part : kButtonParts)
-            watch_button(popup, part);
+            watch_button(widgets, popup, part);
     }
 }
 
