@@ -35,7 +35,7 @@ bool counts(const std::string &normal)
 void refuse_nul(const std::string &text, const std::string &what, const std::string &device)
 {
     if (text.find('\0') != std::string::npos)
-        throw PortError(-EINVAL, "the " + what + " of the device \"" + device.c_str() +
+        throw PortError(-EINVAL, "the " + what + " of the device \"" + device.substr(0, device.find('\0')) +
                                      "\" holds a NUL character. Give it without.");
 }
 

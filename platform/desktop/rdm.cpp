@@ -23,7 +23,7 @@ namespace {
 
 /* Listeners hear of a change at once, and of what follows in this distance, in microseconds: a list that is built anew
  * for each of many changes keeps the keys waiting. */
-constexpr gint64 kReportGap = 150 * 1000;
+constexpr gint64 kReportGap = 150'000;
 
 /* A decision that the service has not carried out. */
 struct Refusal {
@@ -362,7 +362,7 @@ int rdm_remove_device(const char *mac, int mac_kind)
     return port_call(__func__, [&] {
         Service &self = open_service();
         self.devices->remove(given_mac(mac), static_cast<MacKind>(mac_kind));
-        fenced(__func__, [&] { after_removal(self); });
+        fenced("reading the list after a removal", [&] { after_removal(self); });
     });
 }
 
@@ -371,7 +371,7 @@ int rdm_remove_all(void)
     return port_call(__func__, [] {
         Service &self = open_service();
         self.devices->remove_all();
-        fenced(__func__, [&] { after_removal(self); });
+        fenced("reading the list after a removal", [&] { after_removal(self); });
     });
 }
 

@@ -114,8 +114,10 @@ std::string shown_name(const std::string &name)
     std::string blanks;
     bool visible = false;
     int at = 0;
-    for (int begin = 0; const auto character = static_cast<char32_t>(eina_unicode_utf8_next_get(name.c_str(), &at));
-         begin = at) {
+    for (int begin = 0;; begin = at) {
+        const auto character = static_cast<char32_t>(eina_unicode_utf8_next_get(name.c_str(), &at));
+        if (character == 0)
+            break;
         if (within(kOverrides, character))
             continue;
         visible = visible || !within(kBlanks, character);
