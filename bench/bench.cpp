@@ -105,21 +105,28 @@ void measure(const Options &options)
     std::printf("all samples: %s\n", options.json.c_str());
 }
 
+int run_program(int argc, char **argv)
+{
+    Options options;
+    CLI::App program("Measures the device list beside a bare toolkit program with the same widgets.", "vesk-bench");
+    describe(program, options);
+    try {
+        program.parse(argc, argv);
+    } catch (const CLI::ParseError &error) {
+        return program.exit(error) == 0 ? 0 : kMisused;
+    }
+    measure(options);
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
     vesk_port::check_output_at_exit("vesk-bench");
     std::signal(SIGPIPE, SIG_IGN); /* a subject that has ended is told by the failed write */
-    Options options;
-    CLI::App program("Measures the device list beside a bare toolkit program with the same widgets.", "vesk-bench");
-    describe(program, options);
     try {
-        program.parse(argc, argv);
-        measure(options);
-        return 0;
-    } catch (const CLI::ParseError &error) {
-        return program.exit(error) == 0 ? 0 : kMisused;
+        return run_program(argc, argv);
     } catch (const std::exception &error) {
         std::fprintf(stderr, "vesk-bench: %s\n", error.what());
         return 1;

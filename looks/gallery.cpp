@@ -266,11 +266,8 @@ int run(const Options &options)
     return make_gallery(options);
 }
 
-} // namespace
-
-int main(int argc, char **argv)
+int run_program(int argc, char **argv)
 {
-    vesk_port::check_output_at_exit("vesk-gallery");
     Options options;
     bool list = false;
     CLI::App app{
@@ -294,12 +291,20 @@ int main(int argc, char **argv)
     options.command.front() = fs::read_symlink("/proc/self/exe");
     options.command.emplace_back("--worker");
 
+    if (!list)
+        return run(options);
+    for (const auto &scene : scenes_of(options))
+        std::printf("%s\n", name_of(scene).c_str());
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    vesk_port::check_output_at_exit("vesk-gallery");
     try {
-        if (!list)
-            return run(options);
-        for (const auto &scene : scenes_of(options))
-            std::printf("%s\n", name_of(scene).c_str());
-        return 0;
+        return run_program(argc, argv);
     } catch (const std::exception &error) {
         std::fprintf(stderr, "vesk-gallery: %s\n", error.what());
         return 1;
