@@ -4,7 +4,6 @@
 
 #include "checks_common.h"
 #include "pixels.h"
-
 #include "television/theme_variants.h"
 
 namespace vesk::looks {

@@ -338,7 +338,8 @@ TEST_F(DetailTest, SpeaksTheWholePopup)
     open_details("First");
     const std::string lead = std::string(kTitle) + "," + kHeading + "," + kCaption + ":";
     forget();
-    EXPECT_EQ(spoken_of_popup(), lead + "Play mobile content on the TV,Sound mirroring / Play TV sound on the phone,Close");
+    EXPECT_EQ(spoken_of_popup(),
+              lead + "Play mobile content on the TV,Sound mirroring / Play TV sound on the phone,Close");
     EXPECT_EQ(logged("service count:[2]"), 3) << "counted before every row and at the end";
     EXPECT_TRUE(spoken().empty()) << "the reader speaks it, nobody else";
     selected_item_index = row_of("Third");
